@@ -1,0 +1,31 @@
+# How every target of the project is compiled, in one place.
+
+add_library(tarvo_options INTERFACE)
+target_compile_features(tarvo_options INTERFACE cxx_std_20)
+target_include_directories(tarvo_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(tarvo_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow
+                                               -Wnon-virtual-dtor -Woverloaded-virtual)
+if(TARVO_SANITIZE)
+  target_compile_options(tarvo_options INTERFACE -fsanitize=address,undefined
+                                                 -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(tarvo_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# tarvo_library(NAME SOURCES file... LINKS library...)
+# One static library of the house. LINKS may name only libraries of lower floors.
+function(tarvo_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC tarvo_options ${arg_LINKS})
+endfunction()
+
+# tarvo_test(NAME SOURCES file... LINKS library...)
+# A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case.
+function(tarvo_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_executable(${name}_test ${arg_SOURCES})
+  target_link_libraries(${name}_test PRIVATE tarvo_options tarvo_test_support ${arg_LINKS}
+                                             GTest::gmock_main)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+                       PROPERTIES TIMEOUT 120)
+endfunction()

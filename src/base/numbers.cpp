@@ -1,0 +1,116 @@
+#include "base/numbers.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+
+namespace tarvo {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view TrimLeft(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+std::string_view Trim(std::string_view text) {
+  text = TrimLeft(text);
+  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::size_t DigitsFrom(std::string_view text, std::size_t at) {
+  while (at < text.size() && IsDigit(text[at])) ++at;
+  return at;
+}
+
+// The length of the longest prefix of the form [sign] digits [. digits] [e [sign] digits]; 0 when
+// there is none.
+std::size_t NumericPrefix(std::string_view text) {
+  std::size_t at = !text.empty() && (text[0] == '+' || text[0] == '-') ? 1 : 0;
+  const std::size_t whole = DigitsFrom(text, at);
+  std::size_t digits = whole - at;
+  at = whole;
+  if (at < text.size() && text[at] == '.') {
+    const std::size_t fraction = DigitsFrom(text, at + 1);
+    digits += fraction - at - 1;
+    at = fraction;
+  }
+  if (digits == 0) return 0;
+  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+    std::size_t exponent = at + 1;
+    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) ++exponent;
+    const std::size_t end = DigitsFrom(text, exponent);
+    if (end > exponent) at = end;
+  }
+  return at;
+}
+
+// Reads exactly a numeric prefix; too large a magnitude gives infinity, too small a one 0.
+double ReadPrefix(std::string_view text) {
+  if (!text.empty() && text[0] == '+') text.remove_prefix(1);
+  double value = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (failure != std::errc::result_out_of_range) return value;
+  const bool tiny =
+      text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
+  const double magnitude = tiny ? 0 : HUGE_VAL;
+  return text[0] == '-' ? -magnitude : magnitude;
+}
+
+std::string Formatted(double value, int digits, std::string_view decimalSeparator) {
+  char buffer[40];
+  const auto [end, failure] =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
+  std::string text(buffer, end);
+  if (text == "-0") text = "0";
+  for (char& c : text) {
+    if (c == 'e') c = 'E';
+  }
+  const std::size_t point = text.find('.');
+  if (point != std::string::npos) text.replace(point, 1, decimalSeparator);
+  return text;
+}
+
+}  // namespace
+
+std::string NumberText(double value, std::string_view decimalSeparator) {
+  return Formatted(value, 15, decimalSeparator);
+}
+
+std::string SingleText(float value, std::string_view decimalSeparator) {
+  return Formatted(value, 7, decimalSeparator);
+}
+
+double LeadingNumber(std::string_view text) {
+  text = TrimLeft(text);
+  const std::size_t size = NumericPrefix(text);
+  return size == 0 ? 0 : ReadPrefix(text.substr(0, size));
+}
+
+bool ReadNumber(std::string_view text, std::string_view decimalSeparator, double& value) {
+  std::string plain(Trim(text));
+  if (decimalSeparator != ".") {
+    if (plain.find('.') != std::string::npos) return false;
+    const std::size_t sign = plain.find(decimalSeparator);
+    if (sign != std::string::npos) plain.replace(sign, decimalSeparator.size(), ".");
+  }
+  const std::size_t size = NumericPrefix(plain);
+  if (size == 0 || size != plain.size()) return false;
+  value = ReadPrefix(plain);
+  return true;
+}
+
+double RoundHalfToEven(double value) { return std::nearbyint(value); }
+
+int ToInteger(double value) {
+  const double whole = RoundHalfToEven(value);
+  if (!(whole >= -32768 && whole <= 32767)) throw RuntimeError(kOverflow);
+  return static_cast<int>(whole);
+}
+
+}  // namespace tarvo

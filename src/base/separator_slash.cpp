@@ -1,0 +1,7 @@
+#include "base/paths.h"
+
+namespace tarvo {
+
+const char kSeparator = '/';
+
+}  // namespace tarvo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tarvo {
+
+// A picture file that has been found readable: an icon file with one or more images, or a bitmap.
+// It keeps the file's bytes; a front end decodes them when it first draws the picture.
+struct Picture {
+  std::string bytes;
+};
+using PicturePointer = std::shared_ptr<const Picture>;
+
+// The largest picture file and the largest width or height that are accepted.
+inline constexpr std::size_t kMaxPictureBytes = 16 * 1024 * 1024;
+inline constexpr unsigned kMaxPictureSide = 4096;
+
+// Whether the bytes are an icon file (ICO, its images as bitmaps or PNG) or a bitmap file (BMP,
+// uncompressed or with bit masks, 1 to 32 bits per pixel) whose every part lies inside the file.
+// All front ends judge a picture by this alone, because it decides the image indexes of the driver
+// list.
+bool IsReadablePicture(std::string_view bytes);
+
+}  // namespace tarvo

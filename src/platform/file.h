@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarvo {
+
+// An open file, read and written at offsets in bytes; closed when the object is destroyed. No lock
+// of the operating system is taken. Every function throws a RuntimeError (57 device I/O, 61 disk
+// full, ...).
+class File {
+ public:
+  virtual ~File() = default;
+
+  // The length in bytes at this moment.
+  virtual std::uint64_t Size() = 0;
+
+  // Up to `count` bytes from `offset`; fewer only where the file ends.
+  virtual std::string ReadAt(std::uint64_t offset, std::size_t count) = 0;
+
+  // Writes all the bytes at `offset`; the file grows as needed, a gap reads as zeros. When it
+  // throws, a part may have been written.
+  virtual void WriteAt(std::uint64_t offset, std::string_view bytes) = 0;
+};
+
+enum class OpenFor {
+  kReading,            // the file must exist
+  kReadingAndWriting,  // an existing file is kept as it is, a missing one is made empty
+};
+
+}  // namespace tarvo

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/platform.h"
+
+namespace tarvo {
+
+// Hands every call on to another platform. Tests derive from it and override the call that is to
+// fail or to be moved by hand, so that everything else stays real.
+class ForwardingPlatform : public Platform {
+ public:
+  explicit ForwardingPlatform(Platform& target) : target_(target) {}
+
+  std::optional<std::string> SpecialFolder(int identifier) override {
+    return target_.SpecialFolder(identifier);
+  }
+  std::string ProgramFolder() override { return target_.ProgramFolder(); }
+  std::string CurrentFolder() override { return target_.CurrentFolder(); }
+  void ChangeCurrentFolder(std::string_view path) override { target_.ChangeCurrentFolder(path); }
+  void ChangeCurrentDrive(char32_t letter) override { target_.ChangeCurrentDrive(letter); }
+  bool IsDriveRoot(std::string_view path) override { return target_.IsDriveRoot(path); }
+  void MakeFolder(std::string_view path) override { target_.MakeFolder(path); }
+  std::vector<FolderEntry> Entries(std::string_view folder) override {
+    return target_.Entries(folder);
+  }
+  std::optional<unsigned> Attributes(std::string_view path) override {
+    return target_.Attributes(path);
+  }
+  std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
+    return target_.OpenFile(path, use);
+  }
+  double Now() override { return target_.Now(); }
+  double SecondsSinceMidnight() override { return target_.SecondsSinceMidnight(); }
+  std::string ShortDate(CalendarDate date) override { return target_.ShortDate(date); }
+  std::string DecimalSeparator() override { return target_.DecimalSeparator(); }
+  std::string EncodeCodePage(std::string_view utf8) override {
+    return target_.EncodeCodePage(utf8);
+  }
+  std::string DecodeCodePage(std::string_view bytes) override {
+    return target_.DecodeCodePage(bytes);
+  }
+
+ private:
+  Platform& target_;
+};
+
+}  // namespace tarvo

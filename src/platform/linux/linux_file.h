@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "platform/file.h"
+
+namespace tarvo {
+
+// Opens a file through the system's calls; see Platform::OpenFile.
+std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use);
+
+}  // namespace tarvo

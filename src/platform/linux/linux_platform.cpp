@@ -1,0 +1,166 @@
+#include <fcntl.h>
+#include <langinfo.h>
+#include <locale.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+
+#include "base/code_page.h"
+#include "base/paths.h"
+#include "base/runtime_error.h"
+#include "platform/linux/folder_listing.h"
+#include "platform/linux/linux_file.h"
+#include "platform/linux/special_folders.h"
+#include "platform/platform.h"
+
+namespace tarvo {
+namespace {
+
+// The user's locale, read from the environment on purpose: what a toolkit does to the process's
+// locale changes nothing here, and both programs read the same.
+class UserLocale {
+ public:
+  UserLocale() : locale_(::newlocale(LC_ALL_MASK, "", nullptr)) {
+    if (!locale_) locale_ = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  }
+  ~UserLocale() { ::freelocale(locale_); }
+  UserLocale(const UserLocale&) = delete;
+  UserLocale& operator=(const UserLocale&) = delete;
+  locale_t Get() const { return locale_; }
+
+ private:
+  locale_t locale_;
+};
+
+struct LocalTime {
+  tm calendar;
+  double fraction;  // of a second
+};
+
+LocalTime ReadClock() {
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  LocalTime result{};
+  ::localtime_r(&now.tv_sec, &result.calendar);
+  result.fraction = static_cast<double>(now.tv_nsec) / 1e9;
+  return result;
+}
+
+double SecondsOfDay(const LocalTime& time) {
+  return time.calendar.tm_hour * 3600.0 + time.calendar.tm_min * 60.0 + time.calendar.tm_sec +
+         time.fraction;
+}
+
+// Days from 30 December 1899 to a date of the Gregorian calendar.
+double DayNumber(const tm& calendar) {
+  tm noon{};
+  noon.tm_year = calendar.tm_year;
+  noon.tm_mon = calendar.tm_mon;
+  noon.tm_mday = calendar.tm_mday;
+  constexpr double kDaysFrom1899To1970 = 25569;
+  return static_cast<double>(::timegm(&noon)) / 86400.0 + kDaysFrom1899To1970;
+}
+
+class LinuxPlatform final : public Platform {
+ public:
+  std::optional<std::string> SpecialFolder(int identifier) override {
+    if (identifier == kCommonDocuments) return CommonDocumentsFolder();
+    if (identifier == kPersonalDocuments) return UserDocumentsFolder();
+    return std::nullopt;
+  }
+
+  std::string ProgramFolder() override {
+    char path[PATH_MAX];
+    const ssize_t size = ::readlink("/proc/self/exe", path, sizeof path);
+    if (size <= 0) throw RuntimeError::FromErrno(errno, "/proc/self/exe");
+    return std::string(FolderOf({path, static_cast<std::size_t>(size)}));
+  }
+
+  std::string CurrentFolder() override {
+    const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
+    if (!path) throw RuntimeError::FromErrno(errno);
+    return path.get();
+  }
+
+  void ChangeCurrentFolder(std::string_view path) override {
+    const std::string name(path);
+    if (::chdir(name.c_str()) == 0) return;
+    if (errno == ENOENT) {
+      throw RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + name);
+    }
+    throw RuntimeError::FromErrno(errno, name);
+  }
+
+  void ChangeCurrentDrive(char32_t) override {}
+
+  bool IsDriveRoot(std::string_view path) override {
+    return !path.empty() && path.find_first_not_of('/') == std::string_view::npos;
+  }
+
+  void MakeFolder(std::string_view path) override {
+    const std::string name(path);
+    if (::mkdir(name.c_str(), 0777) == 0) return;
+    if (errno == ENOENT) {
+      throw RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + name);
+    }
+    throw RuntimeError::FromErrno(errno, name);
+  }
+
+  std::vector<FolderEntry> Entries(std::string_view folder) override {
+    return ListLinuxFolder(folder);
+  }
+
+  std::optional<unsigned> Attributes(std::string_view path) override {
+    struct stat status;
+    if (::stat(std::string(path).c_str(), &status) != 0) return std::nullopt;
+    unsigned attributes = kNormal;
+    if (S_ISDIR(status.st_mode)) attributes |= kDirectory;
+    if ((status.st_mode & S_IWUSR) == 0) attributes |= kReadOnly;
+    const std::string_view name = FileNameOf(path);
+    if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= kHidden;
+    return attributes;
+  }
+
+  std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
+    return OpenLinuxFile(path, use);
+  }
+
+  double Now() override {
+    const LocalTime now = ReadClock();
+    return DayNumber(now.calendar) + SecondsOfDay(now) / 86400.0;
+  }
+
+  double SecondsSinceMidnight() override { return SecondsOfDay(ReadClock()); }
+
+  std::string ShortDate(CalendarDate date) override {
+    tm calendar{};
+    calendar.tm_year = date.year - 1900;
+    calendar.tm_mon = date.month - 1;
+    calendar.tm_mday = date.day;
+    ::timegm(&calendar);
+    char text[128];
+    return std::string(text, ::strftime_l(text, sizeof text, "%x", &calendar, locale_.Get()));
+  }
+
+  std::string DecimalSeparator() override { return ::nl_langinfo_l(RADIXCHAR, locale_.Get()); }
+
+  std::string EncodeCodePage(std::string_view utf8) override { return EncodeWindows1252(utf8); }
+  std::string DecodeCodePage(std::string_view bytes) override { return DecodeWindows1252(bytes); }
+
+ private:
+  UserLocale locale_;
+};
+
+}  // namespace
+
+Platform& SystemPlatform() {
+  static LinuxPlatform platform;
+  return platform;
+}
+
+}  // namespace tarvo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace tarvo {
+
+// File names match without regard to letter case on every system, because drivers are made on
+// systems where case does not matter. Every look-up of a name and every listing by pattern goes
+// through these functions.
+
+// The path with its last name spelt as it stands on the disk: an exact match wins over one that
+// differs in letter case; a path that names nothing comes back as it is.
+std::string ResolveName(Platform& platform, std::string_view path);
+
+// Whether a path names a folder, a file of any kind, in any letter case of the last name. Hidden
+// ones count.
+bool FolderExists(Platform& platform, std::string_view path);
+bool FileExists(Platform& platform, std::string_view path);
+
+// The names in a folder that match a pattern, in the system's order: plain files always; read-only
+// ones too; hidden ones only with kHidden, folders (and links to folders) only with kDirectory in
+// `attributes`.
+std::vector<FolderEntry> ListFolder(Platform& platform, std::string_view folder,
+                                    std::string_view pattern, unsigned attributes);
+
+// The whole content of a file, found in any letter case; throws 53 when it is missing.
+std::string ReadWholeFile(Platform& platform, std::string_view path);
+
+}  // namespace tarvo

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/file.h"
+
+namespace tarvo {
+
+// Identifiers of special folders.
+inline constexpr int kPersonalDocuments = 5;
+inline constexpr int kCommonDocuments = 46;
+
+// What the system says of one name in a folder.
+struct FolderEntry {
+  std::string name;
+  bool isFolder = false;  // a real folder; a symbolic link to one is not
+  bool isLink = false;    // a symbolic link to anything
+  bool isHidden = false;
+};
+
+// Bits of a file's attributes.
+enum Attribute : unsigned {
+  kNormal = 0,
+  kReadOnly = 1,
+  kHidden = 2,
+  kDirectory = 16,
+};
+
+struct CalendarDate {
+  int year;
+  int month;  // 1 to 12
+  int day;    // 1 to 31
+};
+
+// The operating system, as far as the program needs it: the one seam through which everything
+// outside the process is reached, so that a test can replace any single call (see
+// ForwardingPlatform).
+//
+// Paths are UTF-8 with the system's separator; relative ones start at the process's current folder.
+// Names are taken exactly here, letter case included; finding them in any letter case is the
+// business of platform/names.h. Unless a function says otherwise, a failure throws a RuntimeError
+// with the classic number: 53 file not found, 61 disk full, 70 permission denied, 75 path/file
+// access error, 76 path not found.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // The path of a special folder without a separator at its end, or nothing when the look-up fails.
+  virtual std::optional<std::string> SpecialFolder(int identifier) = 0;
+
+  // The folder of the running executable, without a separator at its end unless it is a root.
+  virtual std::string ProgramFolder() = 0;
+
+  // The process's current folder, which child processes inherit; absolute.
+  virtual std::string CurrentFolder() = 0;
+
+  // Makes `path` (".." included) current; 76 when it is no folder, 70 when it may not be entered.
+  virtual void ChangeCurrentFolder(std::string_view path) = 0;
+
+  // Makes the drive that a letter names current; nothing on systems without drives.
+  virtual void ChangeCurrentDrive(char32_t letter) = 0;
+
+  // Whether an absolute path is the root of a drive ("/", or "C:\").
+  virtual bool IsDriveRoot(std::string_view path) = 0;
+
+  // Makes one folder, readable for all as the user's mask allows. 75 when the name is taken, 76
+  // when its parent is missing. A crash leaves the folder either made or not.
+  virtual void MakeFolder(std::string_view path) = 0;
+
+  // Everything in a folder except "." and "..", in the system's own order. Paths may be of any
+  // length.
+  virtual std::vector<FolderEntry> Entries(std::string_view folder) = 0;
+
+  // The attributes of what a path names, symbolic links followed; nothing when it names nothing
+  // that can be reached. Never throws.
+  virtual std::optional<unsigned> Attributes(std::string_view path) = 0;
+
+  // Opens a file; 53 when it must exist and does not, 75 for a folder.
+  virtual std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) = 0;
+
+  // Local date and time: days since 30 December 1899, the time of day as the fraction.
+  virtual double Now() = 0;
+
+  // Seconds since midnight, local time, with the system's fraction of a second.
+  virtual double SecondsSinceMidnight() = 0;
+
+  // The user's locale: a date in its short form, and its decimal sign (one character).
+  virtual std::string ShortDate(CalendarDate date) = 0;
+  virtual std::string DecimalSeparator() = 0;
+
+  // The system's single-byte code page. A character that it lacks becomes "?". Bytes always decode.
+  virtual std::string EncodeCodePage(std::string_view utf8) = 0;
+  virtual std::string DecodeCodePage(std::string_view bytes) = 0;
+};
+
+// The platform of the system that the program runs on. Made at the first call, lives to the end of
+// the run.
+Platform& SystemPlatform();
+
+}  // namespace tarvo

@@ -1,0 +1,1 @@
+#include "settings/registry_replacement.h"

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace tarvo {
+
+// The settings store: named text values in a file of fixed records that the maker's programs share,
+// in place of the system registry. The file's bytes are described in settings/record_layout.h.
+// Every operation opens the file, works and closes it again; a file that cannot be used makes reads
+// give the default and writes do nothing.
+//
+// A key has at most 1000 characters of the code page and no "~"; GetSetting and SaveSetting raise
+// error 5 for any other. Letter case is ignored when a value is read or written, and counts when it
+// is deleted.
+class RegistryReplacement {
+ public:
+  explicit RegistryReplacement(Platform& platform);
+  ~RegistryReplacement();
+
+  // Finds the data folder of the company and opens the file there, making both as needed. A name
+  // that is not
+  // "" becomes the company's first; error 5 when there is none.
+  void OpenLocalRegistry(const std::string& newCompanyName = {});
+
+  void SetCompanyName(std::string name);
+  const std::string& CompanyName() const;
+
+  // Deletes an entry with all its continuation records; the key's letter case counts. Takes no
+  // lock.
+  void DeleteKey(std::string_view key);
+
+  // The distinct keys in the order of their first appearance.
+  std::vector<std::string> EnumEntries();
+
+  // The stored value, also when it is "", or the default when there is none.
+  std::string GetSetting(std::string_view keyName, std::string_view defaultValue);
+
+  // Stores a value of any length. What cannot be written after eleven attempts is given up
+  // silently.
+  void SaveSetting(std::string_view key, std::string_view value);
+
+  // Closes the file if an operation has left it open.
+  void CloseRegistry();
+
+  // The path of the data file, "" when none is usable. Setting it opens the file once, which makes
+  // it and its lock record as needed and clears a stale lock.
+  void SetRegistryDataFile(std::string path);
+  const std::string& RegistryDataFile() const;
+
+ private:
+  Platform& platform_;
+};
+
+}  // namespace tarvo

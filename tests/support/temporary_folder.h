@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tarvo::test {
+
+// A folder of a test's own, removed with everything in it at the end of the test. While the object
+// lives, the process's current folder may be changed at will: it is put back afterwards.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  // The folder's real path (no symbolic link in it), without a separator at its end.
+  const std::string& Path() const { return path_; }
+  std::string operator/(std::string_view name) const { return path_ + "/" + std::string(name); }
+
+  // Makes a folder with its parents, or a file with its parents and content, below this one; gives
+  // its full path.
+  std::string MakeFolder(std::string_view name) const;
+  std::string WriteFile(std::string_view name, std::string_view content = {}) const;
+
+  std::string ReadFile(std::string_view name) const;
+
+ private:
+  std::filesystem::path previous_;
+  std::string path_;
+};
+
+// The file's bytes; fails the running test when it cannot be read.
+std::string ReadFileAt(const std::string& path);
+
+}  // namespace tarvo::test
