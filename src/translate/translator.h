@@ -7,6 +7,8 @@
 #include "forms/form.h"
 #include "forms/front_end.h"
 #include "platform/platform.h"
+#include "translate/dictionary_table.h"
+#include "translate/initial_index.h"
 
 namespace tarvo {
 
@@ -14,14 +16,15 @@ namespace tarvo {
 // windows. It also keeps the application's title, which is translated with everything else.
 class Translator {
  public:
-  Translator(Platform& platform, FrontEnd& frontEnd, Library& library);
-  ~Translator();
+  Translator(Platform& platform, FrontEnd& frontEnd, Library& library)
+      : platform_(platform), frontEnd_(frontEnd), library_(library) {}
 
   // Detects the locale, then loads a dictionary if a file of that name exists (relative to the
-  // current folder, in any letter case) and translates the application's title. Error 321 for a
-  // file that is no dictionary.
+  // current folder, in any letter case, hidden or not) and translates the application's title.
+  // Error 321 for a file that is no dictionary, or what opening and reading it raise; then no
+  // dictionary is open.
   void LoadDictionary(std::string_view fileName);
-  bool HasDictionary() const;
+  bool HasDictionary() const { return !english_.FileName().empty(); }
 
   // The phrase in the user's language, itself when the dictionary lacks it; then, if the text holds
   // "%1" at all, every "%" with a digit is replaced by that field of the parameters, which are
@@ -32,7 +35,9 @@ class Translator {
   // too large.
   static std::string GetParameter(std::string_view parameters, int n);
 
-  // Translates the window's caption and its controls' texts. The first call of a run sets AppTitle.
+  // Translates the window's caption and its controls' texts, under the hourglass pointer. The first
+  // call of a run sets AppTitle and translates the application's title once more. Without a
+  // dictionary every call sets AppTitle, and nothing else changes.
   void TranslateWindow(Form& form);
 
   // The runtime's application title: "Tarvo" until a dictionary translates it.
@@ -43,9 +48,18 @@ class Translator {
   const std::string& AppTitle() const { return appTitle_; }
 
  private:
+  // Fills the index with the first position of each initial of a field, in the cursor's order.
+  static void BuildIndex(DictionaryTable& cursor, int field, InitialIndex& index);
+  std::string_view Lookup(std::string_view phrase);
+  void TranslateText(std::string& text);
+
   Platform& platform_;
   FrontEnd& frontEnd_;
   Library& library_;
+  DictionaryTable english_;      // ordered by the English phrase
+  DictionaryTable translation_;  // ordered by the translation
+  InitialIndex englishIndex_;
+  InitialIndex translationIndex_;
   std::string applicationTitle_ = "Tarvo";
   std::string appTitle_;
 };
