@@ -99,7 +99,6 @@ class ImageControl : public Control {
 
   std::string ToolTipText;
   PicturePointer Picture;
-  std::string Icon;  // name of one of the program's own icons; used where Picture is empty
 };
 
 // A decoration: a straight line.
@@ -124,7 +123,7 @@ class CommonDialog : public Control {
   std::vector<std::string*> TranslatableTexts() override { return {&DialogTitle, &Filter}; }
 
   std::string DialogTitle;
-  std::string Filter;  // "description|pattern"
+  std::string Filter;  // "description (pattern)"
   std::string DefaultExt;
   std::string FileName;
   std::string InitDir;

@@ -120,6 +120,10 @@ bool IsIconFile(std::string_view bytes) {
 
 }  // namespace
 
+PicturePointer OwnIcon(std::string_view name) {
+  return std::make_shared<Picture>(Picture{{}, std::string(name)});
+}
+
 bool IsReadablePicture(std::string_view bytes) {
   return bytes.size() <= kMaxPictureBytes && (IsIconFile(bytes) || IsBitmapFile(bytes));
 }

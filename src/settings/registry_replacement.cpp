@@ -1,1 +1,118 @@
 #include "settings/registry_replacement.h"
+
+#include "base/paths.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "platform/names.h"
+#include "platform/special_folder.h"
+#include "settings/data_file.h"
+#include "settings/trace.h"
+
+namespace tarvo {
+namespace {
+
+constexpr int kWriteAttempts = 11;
+
+// The key under which a chunk of a value is stored; chunks are counted from 1.
+std::string ChunkKey(std::string_view key, std::size_t chunk) {
+  std::string result(key);
+  if (chunk > 1) result.append(1, kContinuationSign).append(std::to_string(chunk));
+  return result;
+}
+
+}  // namespace
+
+RegistryReplacement::RegistryReplacement(Platform& platform)
+    : platform_(platform), dataFile_(std::make_unique<DataFile>(platform)) {}
+
+RegistryReplacement::~RegistryReplacement() = default;
+
+void RegistryReplacement::OpenLocalRegistry(const std::string& newCompanyName) {
+  if (!newCompanyName.empty()) companyName_ = newCompanyName;
+  if (companyName_.empty()) throw RuntimeError(kInvalidProcedureCall);
+  SetRegistryDataFile(DataFolder().append(kDataFileName));
+}
+
+void RegistryReplacement::SetCompanyName(std::string name) { companyName_ = std::move(name); }
+
+const std::string& RegistryReplacement::CompanyName() const { return companyName_; }
+
+void RegistryReplacement::DeleteKey(std::string_view key) { dataFile_->DeleteKey(key); }
+
+std::vector<std::string> RegistryReplacement::EnumEntries() { return dataFile_->EnumEntries(); }
+
+std::string RegistryReplacement::GetSetting(std::string_view keyName,
+                                            std::string_view defaultValue) {
+  CheckKey(keyName);
+  return dataFile_->ReadValue(keyName).value_or(std::string(defaultValue));
+}
+
+void RegistryReplacement::SaveSetting(std::string_view key, std::string_view value) {
+  CheckKey(key);
+  std::size_t chunk = 0;
+  for (const std::string_view text : ChunksOf(value)) SaveChunk(ChunkKey(key, ++chunk), text);
+  while (dataFile_->FindEntry(ChunkKey(key, ++chunk)) != 0) {
+    dataFile_->DeleteEntryExact(ChunkKey(key, chunk));
+  }
+}
+
+void RegistryReplacement::CloseRegistry() { dataFile_->CloseDataFile(); }
+
+void RegistryReplacement::SetRegistryDataFile(std::string path) {
+  dataFile_->SetPath(std::move(path));
+  if (!dataFile_->OpenDataFile()) dataFile_->SetPath({});
+  dataFile_->CloseDataFile();
+}
+
+const std::string& RegistryReplacement::RegistryDataFile() const { return dataFile_->Path(); }
+
+std::string RegistryReplacement::DataFolder() {
+  std::string documents = GetSpecialFolder(platform_, kCommonDocuments);
+  if (documents == WithSeparator("")) documents = GetSpecialFolder(platform_, kPersonalDocuments);
+  const std::string folder = ResolveName(platform_, documents + companyName_);
+  try {
+    platform_.MakeFolder(folder);
+  } catch (const RuntimeError&) {
+    // It exists already; or it cannot be made, and then the file in it cannot be opened.
+  }
+  return WithSeparator(folder);
+}
+
+void RegistryReplacement::CheckKey(std::string_view key) const {
+  const std::string stored = platform_.EncodeCodePage(key);
+  if (stored.size() > kLongestKey || stored.find(kContinuationSign) != std::string::npos) {
+    throw RuntimeError(kInvalidProcedureCall);
+  }
+}
+
+// Cuts a value into the texts that fill one field each, the last one excepted; one empty text for
+// an empty value.
+std::vector<std::string_view> RegistryReplacement::ChunksOf(std::string_view value) const {
+  std::vector<std::string_view> chunks;
+  std::size_t start = 0;
+  std::size_t used = 0;  // of the field, in bytes of the code page
+  for (std::size_t i = 0; i < value.size();) {
+    const std::size_t size = CharacterAt(value, i).size;
+    used += platform_.EncodeCodePage(value.substr(i, size)).size();
+    if (used > kFieldSize) {
+      chunks.push_back(value.substr(start, i - start));
+      start = i;
+      used = platform_.EncodeCodePage(value.substr(i, size)).size();
+    }
+    i += size;
+  }
+  chunks.push_back(value.substr(start));
+  return chunks;
+}
+
+// The entry is looked up once, whatever becomes of the attempts.
+void RegistryReplacement::SaveChunk(const std::string& chunkKey, std::string_view chunk) {
+  const EntryNumber number = dataFile_->FindEntry(chunkKey);
+  const SettingsEntry entry{chunkKey, std::string(chunk)};
+  for (int attempt = 0; attempt < kWriteAttempts; ++attempt) {
+    if (dataFile_->WriteEntry(number, entry)) return;
+  }
+  Trace("retries!!");
+}
+
+}  // namespace tarvo

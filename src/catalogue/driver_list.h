@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/globals/globals.h"
+#include "catalogue/main_window.h"
+
+namespace tarvo {
+
+// The key of the list's first item, which adds a driver.
+inline constexpr const char* kAddItemKey = "Add";
+
+// The mode of UpdateDriverList that refreshes the selected item only.
+inline constexpr const char* kCurrentDriver = "CURRENT";
+
+// Builds the driver list from the folders in `Drivers`, or, with mode "CURRENT", refreshes the
+// counts and versions of the selected item and nothing else (nothing at all without a selection).
+// While it works the current folder is `Drivers`; afterwards it is the folder that holds `Drivers`.
+// Errors in reading one driver are tolerated: what could not be read stays empty. Other errors are
+// raised, and leave the current folder where it was then.
+void UpdateDriverList(Globals& globals, MainWindow& window, std::string_view mode = {});
+
+}  // namespace tarvo

@@ -1,0 +1,61 @@
+#include "settings/key_matcher.h"
+
+#include <charconv>
+
+#include "base/text.h"
+#include "settings/record_layout.h"
+
+namespace tarvo {
+namespace {
+
+bool IsPadding(std::string_view bytes) {
+  return bytes.find_first_not_of('\0') == std::string_view::npos;
+}
+
+}  // namespace
+
+LowerCaseTable MakeLowerCaseTable(Platform& platform) {
+  LowerCaseTable table;
+  for (std::size_t byte = 0; byte < table.size(); ++byte) {
+    const std::string text = platform.DecodeCodePage(std::string(1, static_cast<char>(byte)));
+    table[byte] = LowerCase(CharacterAt(text, 0).codePoint);
+  }
+  return table;
+}
+
+KeyMatcher::KeyMatcher(const LowerCaseTable& lowerCase, std::string_view key)
+    : lowerCase_(lowerCase) {
+  for (std::size_t i = 0; i < key.size();) {
+    const Character c = CharacterAt(key, i);
+    key_ += LowerCase(c.codePoint);
+    i += c.size;
+  }
+}
+
+bool KeyMatcher::StartsWithKey(std::string_view field) const {
+  if (key_.size() > field.size()) return false;
+  for (std::size_t i = 0; i < key_.size(); ++i) {
+    if (lowerCase_[static_cast<unsigned char>(field[i])] != key_[i]) return false;
+  }
+  return true;
+}
+
+bool KeyMatcher::Matches(std::string_view field) const {
+  return StartsWithKey(field) && IsPadding(field.substr(key_.size()));
+}
+
+std::uint64_t KeyMatcher::ChunkIn(std::string_view field) const {
+  if (!StartsWithKey(field)) return 0;
+  std::string_view rest = field.substr(key_.size());
+  if (IsPadding(rest)) return 1;
+  // Only the decimal form without leading zeros is a chunk's number.
+  if (rest.size() < 2 || rest[0] != kContinuationSign || rest[1] == '0') return 0;
+  rest.remove_prefix(1);
+  std::uint64_t number = 0;
+  const auto [end, failure] = std::from_chars(rest.data(), rest.data() + rest.size(), number);
+  const bool isNumber = failure == std::errc{} && number >= 2;
+  const auto digits = static_cast<std::size_t>(end - rest.data());
+  return isNumber && IsPadding(rest.substr(digits)) ? number : 0;
+}
+
+}  // namespace tarvo
