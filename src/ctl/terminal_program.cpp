@@ -1,0 +1,121 @@
+#include "ctl/terminal_program.h"
+
+#include <algorithm>
+
+#include "app/globals/version.h"
+#include "base/runtime_error.h"
+#include "ctl/commands.h"
+#include "ctl/table.h"
+#include "forms/null_front_end.h"
+
+namespace tarvo {
+namespace {
+
+constexpr std::string_view kJsonOption = "--json";
+
+std::string CallOf(const Command& command) {
+  std::string call(command.words);
+  if (!command.arguments.empty()) call.append(" ").append(command.arguments);
+  if (command.takesJson) call.append(" [--json]");
+  return call;
+}
+
+void WriteHelp(std::ostream& out) {
+  out << "tarvoctl: Tarvo's settings and drivers from a terminal\n\n";
+  std::vector<std::vector<std::string>> rows;
+  for (const Command& command : AllCommands()) {
+    rows.push_back({"  tarvoctl " + CallOf(command), std::string(command.help)});
+  }
+  rows.push_back({"  tarvoctl --help", "show this help"});
+  rows.push_back({"  tarvoctl --version", "show the version"});
+  out << AlignedTable(rows)
+      << "\nThe dictionary is TARVO.DIC in the current folder. PARAMETERS are separated by \"¦\".\n"
+         "Exit codes: 0 success, 1 not found or failed, 2 wrong usage.\n";
+}
+
+std::vector<std::string> Words(std::string_view text) {
+  std::vector<std::string> words;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(' ', start), text.size());
+    words.emplace_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return words;
+}
+
+const Command* FindCommand(const std::vector<std::string>& arguments) {
+  for (const Command& command : AllCommands()) {
+    const auto words = Words(command.words);
+    if (arguments.size() >= words.size() &&
+        std::equal(words.begin(), words.end(), arguments.begin())) {
+      return &command;
+    }
+  }
+  return nullptr;
+}
+
+// Runs the command and turns every failure into one sentence.
+int RunCommand(const Command& command, CommandRun& run, std::ostream& err) {
+  try {
+    command.run(run);
+    run.out.flush();
+    if (run.out) return kSuccess;
+    err << "tarvoctl: The results could not be written.\n";
+  } catch (const CommandFailure& failure) {
+    err << "tarvoctl: " << failure.what() << '\n';
+  } catch (const RuntimeError& error) {
+    err << "tarvoctl: " << OneLine(error.Description()) << " (error " << error.Number() << ").\n";
+  }
+  return kFailed;
+}
+
+int WrongUsage(std::ostream& err, const std::string& sentence) {
+  err << "tarvoctl: " << sentence << " See tarvoctl --help.\n";
+  return kWrongUsage;
+}
+
+}  // namespace
+
+const std::vector<Command>& AllCommands() {
+  static const std::vector<Command> commands{
+      {"settings list", "", 0, 0, false, "list all settings: key, tabulator, value", ListSettings},
+      {"settings get", "KEY", 1, 1, false, "show a setting's value", GetSettingValue},
+      {"settings set", "KEY VALUE", 2, 2, false, "store a setting", SetSetting},
+      {"settings delete", "KEY", 1, 1, false, "delete a setting; letter case counts",
+       DeleteSetting},
+      {"drivers list", "", 0, 0, true, "list the installed drivers as the window does",
+       ListDrivers},
+      {"translate", "PHRASE [PARAMETERS]", 1, 2, false, "translate a phrase", TranslatePhrase},
+  };
+  return commands;
+}
+
+int RunTerminalProgram(Platform& platform, const std::vector<std::string>& arguments,
+                       std::ostream& out, std::ostream& err) {
+  if (arguments.empty()) return WrongUsage(err, "No command was given.");
+  if (arguments.size() == 1 && arguments[0] == "--help") {
+    WriteHelp(out);
+    return kSuccess;
+  }
+  if (arguments.size() == 1 && arguments[0] == "--version") {
+    out << "tarvoctl " << kVersion << '\n';
+    return kSuccess;
+  }
+  const Command* command = FindCommand(arguments);
+  if (!command)
+    return WrongUsage(err, "\"" + OneLine(arguments[0]) + "\" is no command, or lacks a word.");
+
+  NullFrontEnd frontEnd;
+  Globals globals(platform, frontEnd, "");
+  std::vector<std::string> rest(
+      arguments.begin() + static_cast<std::ptrdiff_t>(Words(command->words).size()),
+      arguments.end());
+  CommandRun run{globals, std::move(rest), false, out};
+  if (command->takesJson) run.json = std::erase(run.arguments, kJsonOption) > 0;
+  if (run.arguments.size() < command->fewest || run.arguments.size() > command->most) {
+    return WrongUsage(err, "The call is: tarvoctl " + CallOf(*command) + ".");
+  }
+  return RunCommand(*command, run, err);
+}
+
+}  // namespace tarvo
