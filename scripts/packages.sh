@@ -1,0 +1,42 @@
+# shellcheck shell=bash disable=SC2034
+# The Debian packages that the project needs, by purpose. Sourced by ./run and ./test.
+
+kBuildPackages=(
+  cmake
+  g++
+  gettext
+  libbenchmark-dev
+  libgmock-dev
+  libgtest-dev
+  libxcb1-dev
+  ninja-build
+  qt6-base-dev
+  zlib1g-dev
+)
+
+# What the program shows and speaks with. The platform's own dialogs and texts come with the
+# translations; without a font there is no legible character.
+kProgramPackages=(
+  fonts-dejavu-core
+  fonts-liberation
+  qt6-qpa-plugins
+  qt6-translations-l10n
+)
+
+# A display that nobody sees, with a window manager, and the program read and driven from outside.
+kVirtualDisplayPackages=(
+  at-spi2-core
+  dbus
+  imagemagick
+  openbox
+  python3
+  python3-gi
+  wmctrl
+  x11-utils
+  xdotool
+  xvfb
+)
+
+kTestPackages=(
+  clang-format
+)
