@@ -26,6 +26,8 @@ function(tarvo_test name)
   add_executable(${name}_test ${arg_SOURCES})
   target_link_libraries(${name}_test PRIVATE tarvo_options tarvo_test_support ${arg_LINKS}
                                              GTest::gmock_main)
+  set_target_properties(${name}_test PROPERTIES
+                        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
   gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
                        PROPERTIES TIMEOUT 120)
 endfunction()

@@ -1,0 +1,76 @@
+#include "catalogue/drivers_folder.h"
+
+#include "base/runtime_error.h"
+#include "catalogue/driver_list.h"
+#include "support/list_run.h"
+
+namespace tarvo::test {
+namespace {
+
+using ::testing::Contains;
+using ::testing::Not;
+
+class TheDriversDirectory : public ListRun {};
+
+TEST_F(TheDriversDirectory, IsFoundInAnyLetterCase) {
+  folder.MakeFolder(InData("dRIVERS/Meter"));
+  Update();
+  EXPECT_THAT(Names(), Contains("Meter"));
+  EXPECT_FALSE(std::filesystem::exists(folder / InData("Drivers")));
+}
+
+TEST_F(TheDriversDirectory, IsFoundInAnAncestorWhichStaysTheCurrentFolder) {
+  folder.MakeFolder("documents/drivers/Meter");
+  Update();
+  EXPECT_THAT(Names(), Contains("Meter"));
+  EXPECT_EQ(platform.CurrentFolder(), folder / "documents");
+  EXPECT_EQ(window.dataPath, folder / kDataFolder);
+  EXPECT_EQ(DriverFolderPath(platform, "Meter"), folder / "documents/drivers/Meter");
+}
+
+TEST_F(TheDriversDirectory, InTheRootIsNeverUsed) {
+  folder.MakeFolder("drivers/Stranger");
+  Update();
+  EXPECT_THAT(Names(), Not(Contains("Stranger")));
+  EXPECT_TRUE(std::filesystem::is_directory(folder / InData("Drivers")));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
+TEST_F(TheDriversDirectory, IsMadeInTheBaseDirectoryNotWhereTheSearchBegan) {
+  std::filesystem::current_path(folder.MakeFolder("elsewhere/deep"));
+  Update();
+  EXPECT_TRUE(std::filesystem::is_directory(folder / InData("Drivers")));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
+TEST_F(TheDriversDirectory, ThatCannotBeMadeRaisesTheErrorAndLeavesTheCurrentFolder) {
+  folder.WriteFile(InData("Drivers"), "a file in its place");
+  std::filesystem::current_path(folder.MakeFolder("elsewhere"));
+  try {
+    Update();
+    FAIL() << "no error was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kPathFileAccessError);
+  }
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder) << "the search had come this far";
+}
+
+class UnlistableDrivers : public RootedPlatform {
+ public:
+  using RootedPlatform::RootedPlatform;
+  std::vector<FolderEntry> Entries(std::string_view path) override {
+    if (path.ends_with("/Drivers")) throw RuntimeError(kPermissionDenied);
+    return RootedPlatform::Entries(path);
+  }
+};
+
+TEST_F(TheDriversDirectory, ThatCannotBeListedLeavesItselfAsTheCurrentFolder) {
+  Driver("Meter");
+  UnlistableDrivers unlistable(folder.Path());
+  Globals other(unlistable, frontEnd, "");
+  EXPECT_THROW(UpdateDriverList(other, window), RuntimeError);
+  EXPECT_EQ(platform.CurrentFolder(), folder / InData("Drivers"));
+}
+
+}  // namespace
+}  // namespace tarvo::test

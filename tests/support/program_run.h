@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/globals/globals.h"
+#include "forms/null_front_end.h"
+#include "support/hand_moved_platform.h"
+#include "support/pictures.h"
+#include "support/temporary_folder.h"
+
+namespace tarvo::test {
+
+// The real system below a folder of the test's own that acts as the drive's root, so that no walk
+// upward leaves it.
+class RootedPlatform : public HandMovedPlatform {
+ public:
+  explicit RootedPlatform(std::string root) : root_(std::move(root)) {}
+
+  bool IsDriveRoot(std::string_view path) override { return path == root_; }
+  void ChangeCurrentFolder(std::string_view path) override {
+    if (path == ".." && CurrentFolder() == root_) return;
+    HandMovedPlatform::ChangeCurrentFolder(path);
+  }
+
+ private:
+  std::string root_;
+};
+
+// Answers messages as the test says and keeps what was shown.
+class RecordingFrontEnd : public NullFrontEnd {
+ public:
+  Answer MsgBox(std::string_view text, MessageButtons, MessageIcon,
+                std::string_view title) override {
+    messages.push_back(std::string(title) + ": " + std::string(text));
+    return answer;
+  }
+  float ScaleHeight(const Form& form) override { return form.Place.Height - kFrameHeight; }
+
+  static constexpr float kFrameHeight = 600;  // twips
+  std::vector<std::string> messages;
+  Answer answer = Answer::kOk;
+  std::vector<int> pointers;
+
+ protected:
+  void PointerChanged(int pointer) override { pointers.push_back(pointer); }
+};
+
+// A run of the program below a temporary folder: common documents in "documents", the data folder
+// made and current, as it is once the main window has loaded.
+class ProgramRun : public ::testing::Test {
+ protected:
+  ProgramRun() : platform(folder.Path()) {
+    platform.specialFolders[kCommonDocuments] = folder.MakeFolder("documents");
+    folder.MakeFolder(kDataFolder);
+    std::filesystem::current_path(folder / kDataFolder);
+  }
+
+  static constexpr const char* kDataFolder = "documents/Halvex Limited/Halvex Tarvo";
+  static constexpr const char* kSettingsFile = "documents/Halvex Limited/localregistry.dat";
+
+  // Paths below the temporary folder.
+  static std::string InData(const std::string& name) {
+    return std::string(kDataFolder) + "/" + name;
+  }
+  static std::string InDrivers(const std::string& name) { return InData("Drivers/" + name); }
+  std::string Driver(const std::string& name) const { return folder.MakeFolder(InDrivers(name)); }
+  std::string DriverFile(const std::string& name, std::string_view content = {}) const {
+    return folder.WriteFile(InDrivers(name), content);
+  }
+
+  TemporaryFolder folder;
+  RootedPlatform platform;
+  RecordingFrontEnd frontEnd;
+};
+
+}  // namespace tarvo::test
