@@ -38,11 +38,14 @@ install_packages() {
   mapfile -t missing < <(missing_packages "$@")
   ((${#missing[@]})) || return 0
   echo "Installing through apt, this once: ${missing[*]}"
-  # An unreachable list of some other source is no reason to stop: the next command decides.
-  as_root apt-get -qq update || echo "apt-get update failed; trying all the same" >&2
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends \
-    -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 -- "${missing[@]}" >/dev/null ||
+  mkdir -p build
+  # The list of some other source that cannot be had is no reason to stop: the next command decides.
+  as_root apt-get -qq update >build/apt.log 2>&1 || true
+  if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends \
+    -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 -- "${missing[@]}" >>build/apt.log 2>&1; then
+    tail -n 20 build/apt.log >&2
     die "apt could not install what is needed"
+  fi
 }
 
 # configure PRESET: prepares build/PRESET. Later changes of the CMake files are noticed by the build.

@@ -60,26 +60,12 @@ class Folders:
         shutil.rmtree(self.root, ignore_errors=True)
 
 
-class Program:
-    """One run of the program in a session."""
+class RunningProgram:
+    """A process that shows windows in a session."""
 
-    def __init__(self, session, folders, *arguments, start_in=None, language="C.UTF-8"):
+    def __init__(self, session, process):
         self.session = session
-        self._errors = tempfile.TemporaryFile(mode="w+", dir=session.folder)
-        environment = dict(
-            session.environment,
-            LANG=language,
-            TARVO_COMMON_DOCUMENTS=str(folders.documents),
-            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-        )
-        self.process = start(
-            [BUILD_FOLDER / "bin" / "tarvo", *arguments],
-            env=environment,
-            cwd=start_in or folders.start,
-            stdin=subprocess.DEVNULL,
-            stdout=self._errors,
-            stderr=self._errors,
-        )
+        self.process = process
         self._bus = AccessibilityBus(session.environment["DBUS_SESSION_BUS_ADDRESS"])
 
     # Its life.
@@ -93,15 +79,8 @@ class Program:
         return self.process.returncode
 
     def printed(self):
-        """What it wrote on its standard output and error."""
-        self._errors.seek(0)
-        return self._errors.read()
-
-    def stop(self):
-        if self.is_running():
-            self.process.kill()
-        self.process.wait()
-        self._errors.close()
+        """What it wrote on its standard output and error, as far as that was kept."""
+        return ""
 
     # Its windows. All of them are found by process, so that other programs do not disturb.
 
@@ -185,3 +164,35 @@ class Program:
 
     def wait_until_gone(self, role, name=None):
         wait_until(lambda: not self.find(role, name), f"the {role} {name or ''} is gone")
+
+
+class Program(RunningProgram):
+    """One run of the built program in the folders of a test."""
+
+    def __init__(self, session, folders, *arguments, start_in=None, language="C.UTF-8"):
+        self._output = tempfile.TemporaryFile(mode="w+", dir=session.folder)
+        environment = dict(
+            session.environment,
+            LANG=language,
+            TARVO_COMMON_DOCUMENTS=str(folders.documents),
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+        )
+        process = start(
+            [BUILD_FOLDER / "bin" / "tarvo", *arguments],
+            env=environment,
+            cwd=start_in or folders.start,
+            stdin=subprocess.DEVNULL,
+            stdout=self._output,
+            stderr=self._output,
+        )
+        super().__init__(session, process)
+
+    def printed(self):
+        self._output.seek(0)
+        return self._output.read()
+
+    def stop(self):
+        if self.is_running():
+            self.process.kill()
+        self.process.wait()
+        self._output.close()

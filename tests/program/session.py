@@ -124,6 +124,11 @@ class Session:
             raise RuntimeError(f"{' '.join(command)}: {done.stdout}")
         return done.stdout
 
+    def tool_bytes(self, *command):
+        """Runs a command on the display and gives the bytes that it writes."""
+        return subprocess.run(command, env=self.environment, cwd=self.folder, check=True,
+                              stdout=subprocess.PIPE, timeout=60).stdout
+
     def close(self):
         for process in reversed(self._processes):
             process.terminate()
