@@ -1,5 +1,7 @@
 #include "catalogue/driver_list.h"
 
+#include <fstream>
+
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "support/list_run.h"
@@ -121,11 +123,14 @@ TEST_F(TheDriverList, DoesNotFollowLinksInsideADriver) {
   EXPECT_EQ(Item("Meter").SubItems[0], "2") << "the file and the link to a file";
 }
 
-TEST_F(TheDriverList, CountsThroughAThousandLevels) {
-  std::string level = "Deep";
-  for (int i = 0; i < 1000; ++i) level += "/d";
-  Driver(level);
-  DriverFile(level + "/bottom.csv");
+TEST_F(TheDriverList, CountsThroughAThousandLevelsBeyondTheLongestPath) {
+  std::filesystem::current_path(Driver("Deep"));
+  for (int i = 0; i < 1000; ++i) {
+    std::filesystem::create_directory("subfolder");
+    std::filesystem::current_path("subfolder");
+  }
+  std::ofstream("bottom.csv").put('x');
+  std::filesystem::current_path(folder / kDataFolder);
   Update();
   EXPECT_EQ(Item("Deep").SubItems[0], "1");
 }
@@ -133,7 +138,7 @@ TEST_F(TheDriverList, CountsThroughAThousandLevels) {
 TEST_F(TheDriverList, KeepsNamesOfEveryKind) {
   const std::string longest(255, 'n');
   for (const std::string name :
-       {"Größe é", "it's \"quoted\"", "<b>x & y</b>", "%1¦", longest.c_str()}) {
+       {"Größe é", "it's \"quoted\"", "<b>x & y", "%1¦", longest.c_str()}) {
     DriverFile(name + "/one.csv");
     Update();
     EXPECT_EQ(Item(name).SubItems[0], "1") << name;
@@ -225,16 +230,20 @@ class AnUnreadableSubfolder : public ListRun {
 };
 
 TEST_F(AnUnreadableSubfolder, LeavesTheCountsEmptyAndTheImageCounterWhereItWas) {
-  DriverFile("A/locked/one.csv");
   DriverFile("A/driver.ico", IconFile());
   DriverFile("B/driver.ico", IconFile());
+  const auto listed = platform.Entries(folder / InData("Drivers"));
+  const std::string first = listed[0].name;
+  const std::string second = listed[1].name;
+  DriverFile(first + "/locked/one.csv");
   Unreadable unreadable(folder.Path());
   unreadable.specialFolders = platform.specialFolders;
   Globals other(unreadable, frontEnd, "");
   other.OpenSettings();
   UpdateDriverList(other, window);
-  EXPECT_THAT(Item("A").SubItems, ElementsAre("", "", "", "-", "-", "-"));
-  EXPECT_EQ(Item("A").Icon, Item("B").Icon);
+  EXPECT_THAT(Item(first).SubItems, ElementsAre("", "", "", "-", "-", "-"));
+  EXPECT_EQ(Item(second).SubItems[0], "0");
+  EXPECT_EQ(Item(first).Icon, Item(second).Icon);
   EXPECT_EQ(frontEnd.MousePointer(), kDefaultPointer);
 }
 

@@ -8,6 +8,7 @@ namespace {
 // Every text is as wide as the test says, in proportion to the font's size.
 class WideFrontEnd : public NullFrontEnd {
  public:
+  using NullFrontEnd::TextWidth;
   float TextWidth(std::string_view, const Font& font) override {
     sizes.push_back(font.Size);
     return widthPerPoint * font.Size;
@@ -63,6 +64,7 @@ TEST_F(TheSplash, GrowsByTheOverflowBeforeTheTenthReductionWhenTenAreNotEnough) 
 TEST_F(TheSplash, ShrinksOnceMoreAtAnExactFitButDoesNotGrow) {
   class ExactFit : public NullFrontEnd {
    public:
+    using NullFrontEnd::TextWidth;
     float TextWidth(std::string_view, const Font&) override { return width; }
     float width = 0;
   } exact;
