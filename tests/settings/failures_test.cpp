@@ -1,0 +1,248 @@
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+
+#include "store_fixture.h"
+
+namespace tarvo::test {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+std::string RandomBytes(std::size_t size, unsigned seed) {
+  std::mt19937 random(seed);
+  std::string bytes(size, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(random());
+  return bytes;
+}
+
+using AnyFile = StoreTest;
+
+TEST_F(AnyFile, OfZerosOfAnyLengthTakesAndGivesAValue) {
+  for (std::size_t length = 0; length <= 4100; ++length) {
+    WriteBytes(std::string(length, '\0'));
+    ASSERT_EQ(store.GetSetting("K", "default"), "default") << length;
+    ASSERT_EQ(store.EnumEntries(), Strings{}) << length;
+    store.SaveSetting("K", "v");
+    ASSERT_EQ(store.GetSetting("K", "default"), "v") << length;
+    ASSERT_EQ(Records(), 2u) << length;
+    ASSERT_EQ(Bytes().substr(0, kRecord), EmptyRecordBytes()) << length;
+  }
+}
+
+TEST_F(AnyFile, OfRandomBytesOfAnyLengthTakesAndGivesAValue) {
+  for (std::size_t length = 3; length <= 4100; ++length) {
+    std::string bytes = RandomBytes(length, static_cast<unsigned>(length));
+    bytes[2] = '\0';  // unlocked: a lock without a time would be waited for
+    WriteBytes(bytes);
+    ASSERT_EQ(store.GetSetting("Key", "default"), "default") << length;
+    store.EnumEntries();
+    store.DeleteKey("Key");
+    store.SaveSetting("Key", "v");
+    ASSERT_EQ(store.GetSetting("Key", "default"), "v") << length;
+  }
+}
+
+TEST_F(AnyFile, OfRandomBytesCanBeReadUnderAnyLock) {
+  for (std::size_t length = 0; length <= 4100; ++length) {
+    WriteBytes(RandomBytes(length, static_cast<unsigned>(length)));
+    ASSERT_EQ(ErrorOf([&] { store.SetRegistryDataFile(Path()); }), 0) << length;
+    ASSERT_EQ(store.RegistryDataFile(), Path()) << length;
+    ASSERT_EQ(store.GetSetting("Key", "default"), "default") << length;
+    ASSERT_LE(store.EnumEntries().size(), 1u) << length;
+    store.DeleteKey("Key");
+  }
+}
+
+TEST_F(AnyFile, ThatVanishesIsMadeAgain) {
+  store.SaveSetting("K", "v");
+  std::filesystem::remove(Path());
+  EXPECT_EQ(store.GetSetting("K", "default"), "default");
+  EXPECT_EQ(Bytes(), EmptyRecordBytes());
+}
+
+class UnusableFile : public StoreTest {
+ protected:
+  void ExpectSilence() {
+    EXPECT_EQ(store.GetSetting("K", "default"), "default");
+    EXPECT_EQ(store.EnumEntries(), Strings{});
+    EXPECT_EQ(ErrorOf([&] { store.SaveSetting("K", std::string(3000, 'n')); }), 0);
+    EXPECT_EQ(ErrorOf([&] { store.DeleteKey("K"); }), 0);
+    EXPECT_EQ(platform.openFiles, 0);
+  }
+};
+
+TEST_F(UnusableFile, ThatMayNotBeWrittenLeavesEveryDefaultInForce) {
+  store.SaveSetting("K", "v");
+  const std::string before = Bytes();
+  int openings = 0;
+  platform.beforeOpening = [&](auto) {
+    ++openings;
+    throw RuntimeError(kPermissionDenied);
+  };
+  ExpectSilence();
+  EXPECT_EQ(Bytes(), before);
+  openings = 0;
+  store.SaveSetting("K", "w");
+  EXPECT_EQ(openings, 1 + 11 + 1);  // the look for the key, eleven attempts, the look for "K~2"
+  store.SetRegistryDataFile(Path());
+  EXPECT_EQ(store.RegistryDataFile(), "");
+  platform.beforeOpening = [](auto) {};
+  ExpectSilence();
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(UnusableFile, MayBeAFolderInItsPlace) {
+  std::filesystem::remove(Path());
+  folder.MakeFolder("localregistry.dat");
+  ExpectSilence();
+  store.SetRegistryDataFile(Path());
+  EXPECT_EQ(store.RegistryDataFile(), "");
+}
+
+TEST_F(UnusableFile, MayBeAPipeInItsPlace) {
+  std::filesystem::remove(Path());
+  ASSERT_EQ(::mkfifo(Path().c_str(), 0666), 0);
+  ExpectSilence();
+  store.SetRegistryDataFile(Path());
+  EXPECT_EQ(store.RegistryDataFile(), "");
+}
+
+TEST_F(UnusableFile, MayBeOneInAFolderThatIsGone) {
+  std::filesystem::remove_all(folder.Path());
+  ExpectSilence();
+}
+
+// The rights of files bind ordinary users only, so a child process becomes one.
+TEST_F(UnusableFile, MayBeARealOneThatTheUserMayOnlyRead) {
+  store.SaveSetting("K", "v");
+  const std::string before = Bytes();
+  ASSERT_EQ(::chmod(folder.Path().c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(Path().c_str(), 0444), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr uid_t kNobody = 65534;
+    if (::geteuid() == 0 && ::setuid(kNobody) != 0) ::_exit(2);
+    RegistryReplacement readOnly(SystemPlatform());
+    readOnly.SetRegistryDataFile(Path());
+    const bool silent = readOnly.RegistryDataFile().empty() &&
+                        readOnly.GetSetting("K", "default") == "default" &&
+                        ErrorOf([&] { readOnly.SaveSetting("K", "w"); }) == 0;
+    ::_exit(silent ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(Bytes(), before);
+}
+
+class FailingFile : public StoreTest {
+ protected:
+  FailingFile() {
+    store.SaveSetting("A", "1");
+    store.SaveSetting("K", std::string(2500, 'o'));
+    store.SaveSetting("B", "2");
+  }
+
+  // Fails the operation number `first` on the file, and all later ones when `everAfter`. Sets
+  // `failed` when it has come to that.
+  void FailOperation(int first, bool everAfter) {
+    failed = false;
+    operation_ = 0;
+    const auto step = [this, first, everAfter] {
+      ++operation_;
+      if (operation_ < first || (operation_ > first && !everAfter)) return;
+      failed = true;
+      throw RuntimeError(kDeviceIoError);
+    };
+    platform.beforeReading = [step](auto, auto) { step(); };
+    platform.beforeWriting = [step](auto, auto) { step(); };
+  }
+
+  void StopFailing() {
+    platform.beforeReading = [](auto, auto) {};
+    platform.beforeWriting = [](auto, auto) {};
+    platform.PassSeconds(86400);  // whoever died with the lock has lost it
+  }
+
+  bool failed = false;
+
+ private:
+  int operation_ = 0;
+};
+
+TEST_F(FailingFile, LosesNoOtherEntryAtWhateverOperationSavingFails) {
+  for (const bool everAfter : {false, true}) {
+    failed = true;
+    for (int first = 1; failed; ++first) {
+      ASSERT_LT(first, 1000);
+      FailOperation(first, everAfter);
+      EXPECT_EQ(ErrorOf([&] { store.SaveSetting("K", std::string(1500, 'n')); }), 0);
+      EXPECT_EQ(platform.openFiles, 0);
+      StopFailing();
+      EXPECT_EQ(store.GetSetting("A", ""), "1");
+      EXPECT_EQ(store.GetSetting("B", ""), "2");
+      store.SaveSetting("K", std::string(2500, 'o'));
+      EXPECT_EQ(store.GetSetting("K", "").substr(0, 2500), std::string(2500, 'o'));
+    }
+  }
+}
+
+TEST_F(FailingFile, ThatFailsOnceWhileWritingIsWrittenAtTheNextAttempt) {
+  bool failedOnce = false;
+  platform.beforeWriting = [&](std::uint64_t offset, auto) {
+    if (offset < kRecord || failedOnce) return;
+    failedOnce = true;
+    throw RuntimeError(kDiskFull);
+  };
+  store.SaveSetting("A", "new");
+  EXPECT_TRUE(failedOnce);
+  EXPECT_EQ(store.GetSetting("A", ""), "new");
+  EXPECT_EQ(FirstFieldOf(Bytes(), 1), "");
+}
+
+TEST_F(FailingFile, WhoseDiskIsFullReleasesTheLockAfterEachAttempt) {
+  int attempts = 0;
+  platform.beforeWriting = [&](std::uint64_t offset, auto) {
+    if (offset < kRecord) return;
+    ++attempts;
+    throw RuntimeError(kDiskFull);
+  };
+  const std::string before = Bytes();
+  store.SaveSetting("New", "v");
+  EXPECT_EQ(attempts, 11);
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(FailingFile, ThatCannotBeReadGivesTheDefaultAtWhateverOperation) {
+  failed = true;
+  for (int first = 1; failed; ++first) {
+    ASSERT_LT(first, 1000);
+    FailOperation(first, true);
+    const std::string value = store.GetSetting("K", "default");
+    EXPECT_EQ(value, failed ? "default" : std::string(2500, 'o'));
+    EXPECT_EQ(ErrorOf([&] { store.DeleteKey("none"); }), 0);
+    EXPECT_EQ(ErrorOf([&] { store.EnumEntries(); }), 0);
+    EXPECT_EQ(platform.openFiles, 0);
+  }
+}
+
+TEST_F(FailingFile, WhoseStaleLockCannotBeClearedCanStillBeRead) {
+  WriteLockRecord(RecordBytes("foreign", "44000.5"));
+  platform.beforeWriting = [](auto, auto) { throw RuntimeError(kDeviceIoError); };
+  EXPECT_EQ(store.GetSetting("A", "default"), "1");
+}
+
+TEST_F(FailingFile, ThatIsEmptyAndCannotGetItsLockRecordIsNotUsed) {
+  WriteBytes("");
+  platform.beforeWriting = [](auto, auto) { throw RuntimeError(kDiskFull); };
+  store.SetRegistryDataFile(Path());
+  EXPECT_EQ(store.RegistryDataFile(), "");
+  EXPECT_EQ(platform.openFiles, 0);
+}
+
+}  // namespace
+}  // namespace tarvo::test
