@@ -1,5 +1,6 @@
 #include "base/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -50,15 +51,29 @@ std::size_t NumericPrefix(std::string_view text) {
   return at;
 }
 
+// Whether a numeric prefix with a digit other than 0 stands for a magnitude below 1.
+bool IsBelowOne(std::string_view text) {
+  const std::size_t mantissaEnd = std::min(text.find_first_of("eE"), text.size());
+  const std::string_view mantissa = text.substr(0, mantissaEnd);
+  const auto point = static_cast<long>(std::min(mantissa.find('.'), mantissaEnd));
+  const auto firstDigit = static_cast<long>(mantissa.find_first_of("123456789"));
+  const long order = firstDigit < point ? point - firstDigit - 1 : point - firstDigit;
+  if (mantissaEnd == text.size()) return order < 0;
+  const bool negative = text[mantissaEnd + 1] == '-';
+  long exponent = 0;
+  for (const char c : text.substr(mantissaEnd + 1)) {
+    if (IsDigit(c) && exponent < 1'000'000'000) exponent = exponent * 10 + (c - '0');
+  }
+  return order + (negative ? -exponent : exponent) < 0;
+}
+
 // Reads exactly a numeric prefix; too large a magnitude gives infinity, too small a one 0.
 double ReadPrefix(std::string_view text) {
   if (!text.empty() && text[0] == '+') text.remove_prefix(1);
   double value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (failure != std::errc::result_out_of_range) return value;
-  const bool tiny =
-      text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
-  const double magnitude = tiny ? 0 : HUGE_VAL;
+  const double magnitude = IsBelowOne(text) ? 0 : HUGE_VAL;
   return text[0] == '-' ? -magnitude : magnitude;
 }
 

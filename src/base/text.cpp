@@ -31,6 +31,10 @@ constexpr CaseRange kCaseRanges[] = {
 constexpr char32_t kUpperYDiaeresis = 0x0178;
 constexpr char32_t kLowerYDiaeresis = 0x00FF;
 
+// The sigma at the end of a word has no upper-case letter of its own.
+constexpr char32_t kFinalSigma = 0x03C2;
+constexpr char32_t kUpperSigma = 0x03A3;
+
 bool IsUpperIn(const CaseRange& range, char32_t c) {
   if (c < range.firstUpper || c > range.lastUpper) return false;
   return range.distance != 1 || (c - range.firstUpper) % 2 == 0;
@@ -121,6 +125,7 @@ char32_t LowerCase(char32_t c) {
 
 char32_t UpperCase(char32_t c) {
   if (c == kLowerYDiaeresis) return kUpperYDiaeresis;
+  if (c == kFinalSigma) return kUpperSigma;
   for (const CaseRange& range : kCaseRanges) {
     if (c > range.distance && IsUpperIn(range, c - range.distance)) return c - range.distance;
   }
