@@ -21,10 +21,7 @@ void FrontEnd::Load(Form& form) {
   try {
     form.Form_Load();
   } catch (...) {
-    CloseWindow(form);
-    Remove(loaded_, form);
-    Remove(activated_, form);
-    form.Visible = false;
+    if (IsLoaded(form)) TakeOut(form);
     throw;
   }
 }
@@ -42,10 +39,10 @@ void FrontEnd::ShowModal(Form& form, Form& owner) {
 void FrontEnd::FirstShow(Form& form) {
   form.Visible = true;
   ShowWindow(form);
-  if (Contains(activated_, form)) return;
+  if (!IsLoaded(form) || Contains(activated_, form)) return;
   activated_.push_back(&form);
   form.Form_Resize();
-  form.Form_Activate();
+  if (IsLoaded(form)) form.Form_Activate();
   if (IsLoaded(form)) Repaint(form);
 }
 
@@ -59,6 +56,10 @@ void FrontEnd::Unload(Form& form) {
   unloading_.push_back(&form);
   const Mark mark{unloading_, form};
   form.Form_Unload();
+  TakeOut(form);
+}
+
+void FrontEnd::TakeOut(Form& form) {
   form.Visible = false;
   CloseWindow(form);
   Remove(loaded_, form);

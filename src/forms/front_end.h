@@ -96,6 +96,7 @@ class FrontEnd {
 
  private:
   void FirstShow(Form& form);
+  void TakeOut(Form& form);
 
   std::vector<Form*> loaded_;
   std::vector<Form*> unloading_;

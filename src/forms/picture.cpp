@@ -91,7 +91,8 @@ bool IsPngImage(std::string_view bytes) {
 // A bitmap inside an icon: its header counts the rows of the picture and of its mask together.
 bool IsIconBitmap(std::string_view bytes) {
   BitmapHeader header;
-  if (!ReadBitmapHeader(bytes, header) || header.size != 40) return false;
+  if (!ReadBitmapHeader(bytes, header)) return false;
+  if (header.size != 40 || header.compression != kUncompressed) return false;
   const std::int64_t rows = header.height / 2;
   if (!IsSide(header.width) || !IsSide(rows)) return false;
   const std::uint64_t mask =
@@ -107,11 +108,15 @@ bool IsIconFile(std::string_view bytes) {
   if (bytes.size() < kHeader || Number(bytes, 0, 2) != 0 || Number(bytes, 2, 2) != 1) return false;
   const std::size_t count = Number(bytes, 4, 2);
   if (count == 0 || bytes.size() < kHeader + count * kEntry) return false;
+  std::size_t left = bytes.size() - kHeader - count * kEntry;
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t entry = kHeader + i * kEntry;
     const std::size_t size = Number(bytes, entry + 8, 4);
     const std::size_t offset = Number(bytes, entry + 12, 4);
     if (offset > bytes.size() || size > bytes.size() - offset) return false;
+    // Thousands of entries for the same large image would take minutes to look through.
+    if (size > left) return false;
+    left -= size;
     const std::string_view image = bytes.substr(offset, size);
     if (!IsPngImage(image) && !IsIconBitmap(image)) return false;
   }

@@ -4,24 +4,24 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <utility>
 
+#include "base/paths.h"
 #include "base/runtime_error.h"
+#include "platform/linux/long_path.h"
 
 namespace tarvo {
 namespace {
 
 class LinuxFile final : public File {
  public:
-  LinuxFile(int descriptor, std::string path) : descriptor_(descriptor), path_(std::move(path)) {}
-  ~LinuxFile() override { ::close(descriptor_); }
-  LinuxFile(const LinuxFile&) = delete;
-  LinuxFile& operator=(const LinuxFile&) = delete;
+  LinuxFile(Descriptor descriptor, std::string path)
+      : descriptor_(std::move(descriptor)), path_(std::move(path)) {}
 
   std::uint64_t Size() override {
     struct stat status;
-    if (::fstat(descriptor_, &status) != 0) throw RuntimeError::FromErrno(errno, path_);
+    if (::fstat(descriptor_.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, path_);
     return static_cast<std::uint64_t>(status.st_size);
   }
 
@@ -29,7 +29,7 @@ class LinuxFile final : public File {
     std::string bytes(count, '\0');
     std::size_t done = 0;
     while (done < count) {
-      const ssize_t got = ::pread(descriptor_, bytes.data() + done, count - done,
+      const ssize_t got = ::pread(descriptor_.Get(), bytes.data() + done, count - done,
                                   static_cast<off_t>(offset + done));
       if (got < 0 && errno == EINTR) continue;
       if (got < 0) throw RuntimeError::FromErrno(errno, path_);
@@ -43,7 +43,7 @@ class LinuxFile final : public File {
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {
     std::size_t done = 0;
     while (done < bytes.size()) {
-      const ssize_t put = ::pwrite(descriptor_, bytes.data() + done, bytes.size() - done,
+      const ssize_t put = ::pwrite(descriptor_.Get(), bytes.data() + done, bytes.size() - done,
                                    static_cast<off_t>(offset + done));
       if (put < 0 && errno == EINTR) continue;
       if (put < 0) throw RuntimeError::FromErrno(errno, path_);
@@ -53,9 +53,19 @@ class LinuxFile final : public File {
   }
 
  private:
-  int descriptor_;
+  Descriptor descriptor_;
   std::string path_;
 };
+
+// The system says the same for a missing file and for a missing folder on the way to it.
+RuntimeError OpenError(int code, const ReachedPath& reached, const std::string& path) {
+  const std::string folder(FolderOf(reached.rest));
+  struct stat status;
+  const bool folderIsMissing =
+      !folder.empty() && ::fstatat(reached.Base(), folder.c_str(), &status, 0) != 0;
+  return code == ENOENT && folderIsMissing ? FolderError(code, path)
+                                           : RuntimeError::FromErrno(code, path);
+}
 
 }  // namespace
 
@@ -64,21 +74,20 @@ std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
   // below.
   const int flags =
       (use == OpenFor::kReading ? O_RDONLY : O_RDWR | O_CREAT) | O_CLOEXEC | O_NONBLOCK;
-  std::string name(path);
-  if (name.find('\0') != std::string::npos) throw RuntimeError(kBadFileName);
-  int descriptor;
+  const ReachedPath reached = ReachPath(path);
+  const std::string name(path);
+  Descriptor descriptor;
   do {
-    descriptor = ::open(name.c_str(), flags, 0666);
-  } while (descriptor < 0 && errno == EINTR);
-  if (descriptor < 0) throw RuntimeError::FromErrno(errno, name);
-  auto file = std::make_unique<LinuxFile>(descriptor, name);
+    descriptor = Descriptor(::openat(reached.Base(), reached.rest.c_str(), flags, 0666));
+  } while (descriptor.Get() < 0 && errno == EINTR);
+  if (descriptor.Get() < 0) throw OpenError(errno, reached, name);
   struct stat status;
-  if (::fstat(descriptor, &status) != 0) throw RuntimeError::FromErrno(errno, name);
+  if (::fstat(descriptor.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, name);
   if (!S_ISREG(status.st_mode)) {
     throw RuntimeError(kPathFileAccessError,
                        StandardDescription(kPathFileAccessError) + ": " + name);
   }
-  return file;
+  return std::make_unique<LinuxFile>(std::move(descriptor), name);
 }
 
 }  // namespace tarvo

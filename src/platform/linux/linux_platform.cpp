@@ -15,6 +15,7 @@
 #include "base/runtime_error.h"
 #include "platform/linux/folder_listing.h"
 #include "platform/linux/linux_file.h"
+#include "platform/linux/long_path.h"
 #include "platform/linux/special_folders.h"
 #include "platform/platform.h"
 
@@ -25,8 +26,8 @@ namespace {
 // locale changes nothing here, and both programs read the same.
 class UserLocale {
  public:
-  UserLocale() : locale_(::newlocale(LC_ALL_MASK, "", nullptr)) {
-    if (!locale_) locale_ = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  UserLocale() : locale_(::newlocale(kCategories, "", nullptr)) {
+    if (!locale_) locale_ = ::newlocale(kCategories, "C", nullptr);
   }
   ~UserLocale() { ::freelocale(locale_); }
   UserLocale(const UserLocale&) = delete;
@@ -34,6 +35,10 @@ class UserLocale {
   locale_t Get() const { return locale_; }
 
  private:
+  // Only what is asked for here: a category that names a locale which is not installed makes the
+  // whole call fail.
+  static constexpr int kCategories = LC_CTYPE_MASK | LC_NUMERIC_MASK | LC_TIME_MASK;
+
   locale_t locale_;
 };
 
@@ -66,10 +71,29 @@ double DayNumber(const tm& calendar) {
   return static_cast<double>(::timegm(&noon)) / 86400.0 + kDaysFrom1899To1970;
 }
 
+// The current folder; nothing, with errno set, when it has been removed.
+std::optional<std::string> WorkingFolder() {
+  const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
+  if (!path) return std::nullopt;
+  return path.get();
+}
+
+// What a path names, symbolic links followed; nothing when that cannot be reached.
+std::optional<struct stat> StatusOf(std::string_view path) {
+  try {
+    const ReachedPath reached = ReachPath(path);
+    struct stat status;
+    if (::fstatat(reached.Base(), reached.rest.c_str(), &status, 0) == 0) return status;
+  } catch (const RuntimeError&) {
+    // The front of a long path cannot be entered, or the path is none.
+  }
+  return std::nullopt;
+}
+
 class LinuxPlatform final : public Platform {
  public:
   std::optional<std::string> SpecialFolder(int identifier) override {
-    if (identifier == kCommonDocuments) return CommonDocumentsFolder();
+    if (identifier == kCommonDocuments) return CommonDocumentsFolder(startFolder_);
     if (identifier == kPersonalDocuments) return UserDocumentsFolder();
     return std::nullopt;
   }
@@ -82,18 +106,15 @@ class LinuxPlatform final : public Platform {
   }
 
   std::string CurrentFolder() override {
-    const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
-    if (!path) throw RuntimeError::FromErrno(errno);
-    return path.get();
+    if (auto folder = WorkingFolder()) return *std::move(folder);
+    throw FolderError(errno, ".");
   }
 
   void ChangeCurrentFolder(std::string_view path) override {
-    const std::string name(path);
-    if (::chdir(name.c_str()) == 0) return;
-    if (errno == ENOENT) {
-      throw RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + name);
-    }
-    throw RuntimeError::FromErrno(errno, name);
+    const ReachedPath reached = ReachPath(path);
+    const Descriptor folder(
+        ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (folder.Get() < 0 || ::fchdir(folder.Get()) != 0) throw FolderError(errno, path);
   }
 
   void ChangeCurrentDrive(char32_t) override {}
@@ -103,12 +124,8 @@ class LinuxPlatform final : public Platform {
   }
 
   void MakeFolder(std::string_view path) override {
-    const std::string name(path);
-    if (::mkdir(name.c_str(), 0777) == 0) return;
-    if (errno == ENOENT) {
-      throw RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + name);
-    }
-    throw RuntimeError::FromErrno(errno, name);
+    const ReachedPath reached = ReachPath(path);
+    if (::mkdirat(reached.Base(), reached.rest.c_str(), 0777) != 0) throw FolderError(errno, path);
   }
 
   std::vector<FolderEntry> Entries(std::string_view folder) override {
@@ -116,11 +133,11 @@ class LinuxPlatform final : public Platform {
   }
 
   std::optional<unsigned> Attributes(std::string_view path) override {
-    struct stat status;
-    if (::stat(std::string(path).c_str(), &status) != 0) return std::nullopt;
+    const std::optional<struct stat> status = StatusOf(path);
+    if (!status) return std::nullopt;
     unsigned attributes = kNormal;
-    if (S_ISDIR(status.st_mode)) attributes |= kDirectory;
-    if ((status.st_mode & S_IWUSR) == 0) attributes |= kReadOnly;
+    if (S_ISDIR(status->st_mode)) attributes |= kDirectory;
+    if ((status->st_mode & S_IWUSR) == 0) attributes |= kReadOnly;
     const std::string_view name = FileNameOf(path);
     if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= kHidden;
     return attributes;
@@ -154,6 +171,7 @@ class LinuxPlatform final : public Platform {
 
  private:
   UserLocale locale_;
+  const std::string startFolder_ = WorkingFolder().value_or("/");
 };
 
 }  // namespace

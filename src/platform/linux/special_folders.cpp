@@ -7,6 +7,8 @@
 #include <fstream>
 #include <string_view>
 
+#include "base/paths.h"
+
 namespace tarvo {
 namespace {
 
@@ -41,7 +43,9 @@ std::string DocumentsOfLine(std::string_view line, const std::string& home) {
     value += line[i];
   }
   constexpr std::string_view kHome = "$HOME";
-  if (value.compare(0, kHome.size(), kHome) == 0) return home + value.substr(kHome.size());
+  const bool inHome = value.compare(0, kHome.size(), kHome) == 0 &&
+                      (value.size() == kHome.size() || value[kHome.size()] == '/');
+  if (inHome) return home + value.substr(kHome.size());
   return value.compare(0, 1, "/") == 0 ? value : std::string{};
 }
 
@@ -59,9 +63,11 @@ std::string ConfiguredDocuments(const std::string& home) {
 
 }  // namespace
 
-std::optional<std::string> CommonDocumentsFolder() {
+std::optional<std::string> CommonDocumentsFolder(const std::string& startFolder) {
   const std::string chosen = Environment("TARVO_COMMON_DOCUMENTS");
-  if (!chosen.empty()) return WithoutEndSlash(chosen);
+  if (!chosen.empty()) {
+    return WithoutEndSlash(chosen[0] == '/' ? chosen : JoinPath(startFolder, chosen));
+  }
   if (::access(kSharedDocuments, W_OK | X_OK) == 0) return kSharedDocuments;
   return std::nullopt;
 }

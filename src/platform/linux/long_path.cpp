@@ -1,0 +1,34 @@
+#include "platform/linux/long_path.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+
+namespace tarvo {
+
+RuntimeError FolderError(int code, std::string_view path) {
+  if (code != ENOENT) return RuntimeError::FromErrno(code, std::string(path));
+  return RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + std::string(path));
+}
+
+ReachedPath ReachPath(std::string_view path) {
+  constexpr std::size_t kMost = PATH_MAX - 1;
+  if (path.find('\0') != std::string_view::npos) throw RuntimeError(kBadFileName);
+  ReachedPath reached;
+  std::string_view rest = path;
+  while (rest.size() > kMost) {
+    const std::size_t cut = rest.rfind('/', kMost);
+    if (cut == std::string_view::npos || cut == 0) throw RuntimeError(kBadFileName);
+    const std::string front(rest.substr(0, cut));
+    Descriptor next(::openat(reached.Base(), front.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (next.Get() < 0) throw FolderError(errno, path);
+    reached.folder = std::move(next);
+    rest.remove_prefix(cut);
+    rest.remove_prefix(std::min(rest.find_first_not_of('/'), rest.size()));
+    if (rest.empty()) rest = ".";
+  }
+  reached.rest = rest;
+  return reached;
+}
+
+}  // namespace tarvo

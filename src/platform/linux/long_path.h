@@ -1,0 +1,30 @@
+#pragma once
+
+#include <fcntl.h>
+
+#include <string>
+#include <string_view>
+
+#include "base/runtime_error.h"
+#include "platform/linux/descriptor.h"
+
+namespace tarvo {
+
+// A path in the form that the system's *at calls take. The system refuses paths of PATH_MAX (4096)
+// bytes and more, so the front of a longer one has been entered already.
+struct ReachedPath {
+  Descriptor folder;  // where `rest` starts; none for an ordinary path
+  std::string rest;   // shorter than PATH_MAX
+
+  int Base() const { return folder.Get() < 0 ? AT_FDCWD : folder.Get(); }
+};
+
+// Throws 52 for a path with a NUL or with a name that no folder can hold, 76 or 70 when the front
+// of a long path cannot be entered.
+ReachedPath ReachPath(std::string_view path);
+
+// The error of a call that needs the folder `path` to exist: as RuntimeError::FromErrno, but what
+// is missing is a path (76), not a file.
+RuntimeError FolderError(int code, std::string_view path);
+
+}  // namespace tarvo
