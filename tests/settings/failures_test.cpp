@@ -231,7 +231,7 @@ TEST_F(FailingFile, ThatCannotBeReadGivesTheDefaultAtWhateverOperation) {
 }
 
 TEST_F(FailingFile, WhoseStaleLockCannotBeClearedCanStillBeRead) {
-  WriteLockRecord(RecordBytes("foreign", "44000.5"));
+  WriteInPlace(RecordBytes("foreign", "44000.5"));
   platform.beforeWriting = [](auto, auto) { throw RuntimeError(kDeviceIoError); };
   EXPECT_EQ(store.GetSetting("A", "default"), "1");
 }

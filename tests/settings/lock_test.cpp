@@ -76,12 +76,12 @@ TEST_F(Lock, WorksWithADecimalSignThatTheCodePageLacks) {
 }
 
 TEST_F(Lock, OfAnotherIsWaitedForAndNothingIsWrittenBefore) {
-  WriteLockRecord(kForeignLock);
+  WriteInPlace(kForeignLock);
   bool released = false;
   // Finding the entry and opening the file for writing read the lock record too.
   BeforeReadingLock(12, [&] {
     released = true;
-    WriteLockRecord(EmptyRecordBytes());
+    WriteInPlace(EmptyRecordBytes());
   });
   platform.beforeWriting = [&](auto, auto) { EXPECT_TRUE(released); };
   store.SaveSetting("K", "new");
@@ -100,11 +100,11 @@ TEST_F(Lock, TakenByAnotherBetweenWritingAndReadingBackIsWaitedFor) {
     if (offset >= kRecord) return;
     if (ownLocks == 1 && foreignReadings == 0) {
       foreign = true;
-      WriteLockRecord(kForeignLock);
+      WriteInPlace(kForeignLock);
     }
     if (foreign && ++foreignReadings == 10) {
       foreign = false;
-      WriteLockRecord(EmptyRecordBytes());
+      WriteInPlace(EmptyRecordBytes());
     }
   };
   store.SaveSetting("K", "new");
@@ -114,7 +114,7 @@ TEST_F(Lock, TakenByAnotherBetweenWritingAndReadingBackIsWaitedFor) {
 
 TEST_F(Lock, LostToAnotherWhileWritingIsLeftToTheOther) {
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
-    if (offset >= kRecord) WriteLockRecord(kForeignLock);
+    if (offset >= kRecord) WriteInPlace(kForeignLock);
   };
   store.SaveSetting("K", "new");
   EXPECT_EQ(Bytes(), kForeignLock + RecordBytes("K", "new"));
@@ -123,24 +123,24 @@ TEST_F(Lock, LostToAnotherWhileWritingIsLeftToTheOther) {
 TEST_F(Lock, IsReleasedOnlyWhenTheWholeOwnerFieldIsTheOwners) {
   const std::string likeOurs = RecordBytes(std::string("4320000\0x", 9), "45000.5");
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
-    if (offset >= kRecord) WriteLockRecord(likeOurs);
+    if (offset >= kRecord) WriteInPlace(likeOurs);
   };
   store.SaveSetting("K", "new");
   EXPECT_EQ(Bytes().substr(0, kRecord), likeOurs);
 }
 
 TEST_F(Lock, DoesNotExcludeStoresMadeInTheSameHundredthOfASecond) {
-  WriteLockRecord(RecordBytes("4320000", "45000.5"));
+  WriteInPlace(RecordBytes("4320000", "45000.5"));
   store.SaveSetting("K", "new");
   EXPECT_EQ(platform.readingsOfClock, 1 + 2 * 2);  // its making, and no wait in two savings
   EXPECT_EQ(Bytes(), EmptyRecordBytes() + RecordBytes("K", "new"));
 }
 
 TEST_F(Lock, HasTheTimeAtWhichTheWaitForItBegan) {
-  WriteLockRecord(kForeignLock);
+  WriteInPlace(kForeignLock);
   platform.secondsPerReading = 0.5;
   std::string lock;
-  BeforeReadingLock(20, [&] { WriteLockRecord(EmptyRecordBytes()); });
+  BeforeReadingLock(20, [&] { WriteInPlace(EmptyRecordBytes()); });
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
     if (offset >= kRecord) lock = Bytes().substr(0, kRecord);
   };
@@ -151,7 +151,7 @@ TEST_F(Lock, HasTheTimeAtWhichTheWaitForItBegan) {
 }
 
 TEST_F(Lock, IsHeededByNoReader) {
-  WriteLockRecord(kForeignLock);
+  WriteInPlace(kForeignLock);
   EXPECT_EQ(store.GetSetting("K", ""), "old");
   EXPECT_EQ(store.GetSetting("L", "default"), "default");
   EXPECT_EQ(store.EnumEntries(), std::vector<std::string>{"K"});
@@ -172,7 +172,7 @@ TEST_F(Lock, IsNotTakenForBlankingContinuations) {
 TEST_F(Lock, IsTakenBeforeAFreeRecordIsLookedFor) {
   // Another program adds an entry after this one has found none of its key and before it has the
   // lock. Its look for the key and its opening for writing read the lock record once each.
-  BeforeReadingLock(3, [&] { WriteBytes(Bytes() + RecordBytes("Other", "theirs")); });
+  BeforeReadingLock(3, [&] { WriteInPlace(Bytes() + RecordBytes("Other", "theirs")); });
   store.SaveSetting("New", "ours");
   EXPECT_EQ(Bytes(), EmptyRecordBytes() + RecordBytes("K", "old") + RecordBytes("Other", "theirs") +
                          RecordBytes("New", "ours"));

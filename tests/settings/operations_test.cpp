@@ -67,13 +67,13 @@ TEST_F(Traces, TellOfElevenFailedAttempts) {
 }
 
 TEST_F(Traces, TellOfAStaleLockThatWasCleared) {
-  WriteLockRecord(RecordBytes("foreign", "44000.5"));
+  WriteInPlace(RecordBytes("foreign", "44000.5"));
   EXPECT_EQ(TraceOf([&] { store.GetSetting("K", ""); }), InDebugBuilds("Stale lock cleared!\n"));
 }
 
 TEST_F(Traces, TellOfALockThatIsNoLongerOurs) {
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
-    if (offset >= kRecord) WriteLockRecord(RecordBytes("foreign", "45000.5"));
+    if (offset >= kRecord) WriteInPlace(RecordBytes("foreign", "45000.5"));
   };
   EXPECT_EQ(TraceOf([&] { store.SaveSetting("K", "v"); }), InDebugBuilds("lock not ours!\n"));
 }

@@ -71,7 +71,7 @@ TEST_F(StaleLock, IsClearedByEveryOperation) {
       [&] { store.SetRegistryDataFile(Path()); },
   };
   for (const auto& operation : operations) {
-    WriteLockRecord(stale);
+    WriteInPlace(stale);
     operation();
     EXPECT_EQ(Bytes().substr(0, kRecord), EmptyRecordBytes());
   }
@@ -85,7 +85,7 @@ class WaitForStaleLock : public StoreTest {
   // Saves while another program holds a lock of this time; gives the seconds of the clock that the
   // whole takes.
   double SecondsOfSaving(std::string_view lockTime) {
-    WriteLockRecord(RecordBytes("foreign", lockTime));
+    WriteInPlace(RecordBytes("foreign", lockTime));
     const double start = platform.Now();
     store.SaveSetting("K", "new");
     EXPECT_EQ(Bytes(), EmptyRecordBytes() + RecordBytes("K", "new"));
@@ -108,7 +108,7 @@ TEST_F(WaitForStaleLock, LooksOnlyAfterMoreThan5Seconds) {
   platform.beforeReading = [&](std::uint64_t offset, auto) {
     // The third reading is the first of the wait, behind those of two openings.
     if (offset >= kRecord || ++readings != 3) return;
-    WriteLockRecord(RecordBytes("foreign", "44000.5"));
+    WriteInPlace(RecordBytes("foreign", "44000.5"));
     since = platform.secondsOfDay;
   };
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
@@ -121,13 +121,13 @@ TEST_F(WaitForStaleLock, LooksOnlyAfterMoreThan5Seconds) {
 
 TEST_F(WaitForStaleLock, LooksAgainAfterEvery5Seconds) {
   platform.secondsPerReading = 0.25;
-  WriteLockRecord(RecordBytes("foreign", "45000.9"));
+  WriteInPlace(RecordBytes("foreign", "45000.9"));
   // Now is read at every look, besides the clock of the wait; the lock is released after 31
   // seconds.
   int readingsOfNow = 0;
   platform.atReadingNow = [&] {
     ++readingsOfNow;
-    if (platform.secondsOfDay > 12 * 3600 + 31) WriteLockRecord(EmptyRecordBytes());
+    if (platform.secondsOfDay > 12 * 3600 + 31) WriteInPlace(EmptyRecordBytes());
   };
   store.SaveSetting("K", "new");
   // Two openings, the lock's own time, looks after 5 to 6 seconds each, and the opening of the
@@ -148,7 +148,7 @@ TEST_F(WaitForStaleLock, HasNoEndForALockWithoutATimeUntilItIsReleased) {
   platform.secondsPerReading = 10;
   int readings = 0;
   platform.beforeReading = [&](std::uint64_t offset, auto) {
-    if (offset < kRecord && ++readings == 30'000) WriteLockRecord(EmptyRecordBytes());
+    if (offset < kRecord && ++readings == 30'000) WriteInPlace(EmptyRecordBytes());
   };
   EXPECT_GT(SecondsOfSaving(""), 86400);
 }

@@ -1,5 +1,6 @@
 #include "store_fixture.h"
 
+#include <filesystem>
 #include <fstream>
 
 namespace tarvo::test {
@@ -72,10 +73,16 @@ std::string SecondFieldOf(std::string_view file, std::size_t number) {
   return CutField(file, (number - 1) * kRecord + 1026);
 }
 
-void StoreTest::WriteLockRecord(std::string_view bytes) const {
+void StoreTest::WriteBytes(std::string_view bytes) const {
+  // File systems flush a file that is cut to nothing and written again; a new one they do not.
+  std::filesystem::remove(Path());
+  folder.WriteFile("localregistry.dat", bytes);
+}
+
+void StoreTest::WriteInPlace(std::string_view bytes) const {
   std::fstream file(Path(), std::ios::in | std::ios::out | std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!file.flush()) throw std::runtime_error("cannot write the lock record");
+  if (!file.flush()) throw std::runtime_error("cannot write over the file");
 }
 
 }  // namespace tarvo::test

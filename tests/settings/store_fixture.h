@@ -49,9 +49,10 @@ class StoreTest : public testing::Test {
   std::string Path() const { return folder / "localregistry.dat"; }
   std::string Bytes() const { return ReadFileAt(Path()); }
   std::size_t Records() const { return Bytes().size() / kRecord; }
-  void WriteBytes(std::string_view bytes) const { folder.WriteFile("localregistry.dat", bytes); }
-  // Replaces record 1 while the store works on the file.
-  void WriteLockRecord(std::string_view bytes) const;
+  // Makes the file anew.
+  void WriteBytes(std::string_view bytes) const;
+  // Writes over the start of the file, as another program does while the store works on it.
+  void WriteInPlace(std::string_view bytes) const;
 
   TemporaryFolder folder;
   WatchedPlatform platform;
