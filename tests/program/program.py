@@ -14,7 +14,7 @@ from waiting import wait_until
 
 BUILD_FOLDER = pathlib.Path(os.environ.get("TARVO_BUILD_FOLDER", "build/release")).resolve()
 VERSION = os.environ.get("TARVO_VERSION", "")
-TWIPS_PER_PIXEL = 15
+_LAUNCHER = pathlib.Path(__file__).resolve().parents[2] / "packaging" / "launcher.sh"
 END_DEADLINE = 60  # seconds
 
 
@@ -169,18 +169,20 @@ class RunningProgram:
 class Program(RunningProgram):
     """One run of the built program in the folders of a test."""
 
-    def __init__(self, session, folders, *arguments, start_in=None, language="C.UTF-8"):
+    def __init__(self, session, folders, *arguments, launcher=False, language="C.UTF-8"):
         self._output = tempfile.TemporaryFile(mode="w+", dir=session.folder)
         environment = dict(
             session.environment,
             LANG=language,
             TARVO_COMMON_DOCUMENTS=str(folders.documents),
+            TARVO_PROGRAM=str(BUILD_FOLDER / "bin" / "tarvo"),
+            TARVO_SHARE=str(BUILD_FOLDER / "translations"),
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
         )
         process = start(
-            [BUILD_FOLDER / "bin" / "tarvo", *arguments],
+            [_LAUNCHER if launcher else BUILD_FOLDER / "bin" / "tarvo", *arguments],
             env=environment,
-            cwd=start_in or folders.start,
+            cwd=folders.start,
             stdin=subprocess.DEVNULL,
             stdout=self._output,
             stderr=self._output,

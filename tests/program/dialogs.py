@@ -1,0 +1,40 @@
+"""Message boxes and other windows that come up over the main window."""
+
+from accessibility import Gone
+from waiting import wait_until
+
+_ROLES = ("alert", "dialog", "message box")
+
+
+def open_dialogs(program):
+    """The dialogs that can be seen now."""
+    try:
+        return [node for node in program.application().children()
+                if node.role() in _ROLES and node.is_showing()]
+    except Gone:
+        return []
+
+
+def wait_for_dialog(program):
+    def found():
+        program.must_run()
+        return open_dialogs(program)
+
+    return wait_until(found, "a dialog can be seen")[-1]
+
+
+def texts_of(dialog):
+    """The texts of its labels."""
+    return [node.name() for node in dialog.walk() if node.role() == "label" and node.name()]
+
+
+def dismiss_all(program):
+    """Escapes from every dialog until none is left."""
+
+    def none_left():
+        if not program.is_running() or not open_dialogs(program):
+            return True
+        program.press("Escape")
+        return False
+
+    wait_until(none_left, "no dialog is left", interval=0.1)
