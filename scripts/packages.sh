@@ -39,4 +39,5 @@ kVirtualDisplayPackages=(
 
 kTestPackages=(
   clang-format
+  clang-tidy
 )

@@ -16,7 +16,7 @@ struct Picture {
 using PicturePointer = std::shared_ptr<const Picture>;
 
 // The largest picture file and the largest width or height that are accepted.
-inline constexpr std::size_t kMaxPictureBytes = 16 * 1024 * 1024;
+inline constexpr std::size_t kMaxPictureBytes = std::size_t{16} * 1024 * 1024;
 inline constexpr unsigned kMaxPictureSide = 4096;
 
 // One of the program's own icons.
