@@ -3,6 +3,7 @@
 Usage: take_pictures.py FOLDER PROGRAM [ARGUMENT...]
 """
 
+import contextlib
 import os
 import pathlib
 import subprocess
@@ -12,6 +13,7 @@ _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT / "tests" / "program"))
 
 import session  # noqa: E402
+import settings_file  # noqa: E402
 from main_window import MainWindow  # noqa: E402
 from program import RunningProgram  # noqa: E402
 from waiting import wait_until  # noqa: E402
@@ -40,29 +42,47 @@ def _save_when_settled(own, window, path):
     print(path)
 
 
+def _settings_lock():
+    """Makes the main window wait for the settings while it loads, so that the splash window stands
+    still. Only on a data folder of our own."""
+    documents = os.environ.get("TARVO_COMMON_DOCUMENTS")
+    if not documents:
+        return contextlib.nullcontext()
+    return settings_file.foreign_lock(settings_file.path_in(documents))
+
+
+def _start(own, command):
+    environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS"):
+        environment[name] = own.environment[name]
+    program = RunningProgram(own, session.start(command, env=environment, stdin=subprocess.DEVNULL))
+    wait_until(lambda: not program.is_running() or program.window_ids(),
+               "the program shows a window or ends", _START_DEADLINE)
+    return program
+
+
+def _save_main_window(own, program, pictures):
+    window = MainWindow(program)
+    window.wait_until_active()
+    for mode, view in enumerate(_VIEWS):
+        window.choose_view(mode)
+        _save_when_settled(own, window.window, pictures / f"main-{view}.png")
+    window.choose_view(0)
+    _save_when_settled(own, window.open_about(), pictures / "about.png")
+    program.press("Escape")
+    program.close_window(window.wait_until_active())
+
+
 def main(folder, command):
     pictures = pathlib.Path(folder)
     pictures.mkdir(parents=True, exist_ok=True)
     own = session.shared()
-    environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-    for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS"):
-        environment[name] = own.environment[name]
-    process = session.start(command, env=environment, stdin=subprocess.DEVNULL)
-    program = RunningProgram(own, process)
-    wait_until(lambda: not program.is_running() or program.window_ids(),
-               "the program shows a window or ends", _START_DEADLINE)
-    if not program.is_running():
-        return process.returncode
-
-    window = MainWindow(program)
-    for mode, view in enumerate(_VIEWS):
-        window.choose_view(mode)
-        _save_when_settled(own, window.wait_until_active(), pictures / f"main-{view}.png")
-    window.choose_view(0)
-    about = window.open_about()
-    _save_when_settled(own, about, pictures / "about.png")
-    program.press("Escape")
-    program.close_window(window.wait_until_active())
+    with _settings_lock() as is_locked:
+        program = _start(own, command)
+        if is_locked and program.is_running():
+            _save_when_settled(own, program.window_ids()[0], pictures / "splash.png")
+    if program.is_running():
+        _save_main_window(own, program, pictures)
     return program.wait_for_end()
 
 

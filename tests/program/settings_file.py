@@ -6,6 +6,8 @@ record is an entry, a key and up to 1024 bytes of its value. The rest of a longe
 the keys K~2, K~3, ... A record whose first text byte is NUL is empty.
 """
 
+import contextlib
+import datetime
 import pathlib
 import struct
 
@@ -35,6 +37,28 @@ def write(path, values):
             records.append(_record(key if number == 1 else f"{key}~{number}", chunk))
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_bytes(b"".join(records))
+
+
+def _days(moment):
+    """A date and time as the number of days since 30 December 1899."""
+    return (moment - datetime.datetime(1899, 12, 30)) / datetime.timedelta(days=1)
+
+
+@contextlib.contextmanager
+def foreign_lock(path):
+    """Holds the lock of the settings file, which is made if need be: who writes a setting waits."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    lock = _record("another program", f"{_days(datetime.datetime.now()):.10f}")
+    path.touch()
+    with path.open("r+b") as file:
+        file.write(lock)
+    try:
+        yield True
+    finally:
+        with path.open("r+b") as file:
+            if file.read(RECORD) == lock:
+                file.seek(0)
+                file.write(_record())
 
 
 def _field(raw):
