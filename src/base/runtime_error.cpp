@@ -62,6 +62,7 @@ constexpr ErrnoAndNumber kErrnoNumbers[] = {
     {EFBIG, kDiskFull},
     {EMFILE, kTooManyFiles},
     {ENFILE, kTooManyFiles},
+    {EBADF, kBadFileMode},
     {EIO, kDeviceIoError},
     {ENXIO, kDeviceUnavailable},
     {ENODEV, kDeviceUnavailable},

@@ -10,6 +10,10 @@ class ForwardingPlatform : public Platform {
  public:
   explicit ForwardingPlatform(Platform& target) : target_(target) {}
 
+  // Not a copy: one that forwards to another of this class is made from its Platform&.
+  ForwardingPlatform(const ForwardingPlatform&) = delete;
+  ForwardingPlatform& operator=(const ForwardingPlatform&) = delete;
+
   std::optional<std::string> SpecialFolder(int identifier) override {
     return target_.SpecialFolder(identifier);
   }

@@ -19,6 +19,7 @@ TEST(RuntimeError, OfTheSystemHasTheClassicNumberAndText) {
       {ENAMETOOLONG, 52, "Bad file name or number"},
       {EILSEQ, 52, "Bad file name or number"},
       {ENOENT, 53, "File not found"},
+      {EBADF, 54, "Bad file mode"},
       {EIO, 57, "Device I/O error"},
       {ENOSPC, 61, "Disk full"},
       {EDQUOT, 61, "Disk full"},

@@ -1,0 +1,72 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "support/temporary_folder.h"
+
+namespace tarvo::test {
+namespace {
+
+// What a command prints; fails the running test when the command fails.
+std::string OutputOf(const std::string& command) {
+  struct Close {
+    void operator()(FILE* pipe) const { EXPECT_EQ(::pclose(pipe), 0); }
+  };
+  const std::unique_ptr<FILE, Close> pipe(::popen(command.c_str(), "r"));
+  if (!pipe) throw std::runtime_error("cannot start " + command);
+  std::string output;
+  for (std::array<char, 256> part; std::size_t got = std::fread(part.data(), 1, 256, pipe.get());)
+    output.append(part.data(), got);
+  return output;
+}
+
+// Locales of the test's own, made from the system's sources, because the system itself may have
+// none but "C".
+class Locale : public ::testing::Test {
+ protected:
+  void Compile(const std::string& name) const {
+    OutputOf("localedef -i " + name + " -f UTF-8 " + locales.Path() + "/" + name + ".UTF-8 2>&1");
+  }
+
+  // The decimal sign and the short form of 4 March 2026 that a process started with these variables
+  // sees.
+  std::string SeenWith(const std::string& variables) const {
+    return OutputOf("env -i LOCPATH=" + locales.Path() + " " + variables + " " LOCALE_PROBE);
+  }
+
+  const TemporaryFolder locales;
+};
+
+TEST_F(Locale, GivesGermanDatesAndADecimalComma) {
+  Compile("de_DE");
+  EXPECT_EQ(SeenWith("LC_ALL=de_DE.UTF-8"), ", 04.03.2026");
+  EXPECT_EQ(SeenWith("LANG=de_DE.UTF-8"), ", 04.03.2026");
+}
+
+TEST_F(Locale, GivesFrenchDatesAndADecimalComma) {
+  Compile("fr_FR");
+  EXPECT_EQ(SeenWith("LANG=fr_FR.UTF-8"), ", 04/03/2026");
+}
+
+TEST_F(Locale, MayBeMixedFromTwo) {
+  Compile("de_DE");
+  EXPECT_EQ(SeenWith("LC_TIME=de_DE.UTF-8"), ". 04.03.2026");
+  EXPECT_EQ(SeenWith("LC_NUMERIC=de_DE.UTF-8"), ", 03/04/26");
+}
+
+TEST_F(Locale, IsNotDisturbedByAnUnknownLanguageOfMessages) {
+  Compile("de_DE");
+  EXPECT_EQ(SeenWith("LANG=de_DE.UTF-8 LC_MESSAGES=xx_XX.UTF-8"), ", 04.03.2026");
+}
+
+TEST_F(Locale, IsThePlainOneWhereTheUsersIsNotInstalled) {
+  EXPECT_EQ(SeenWith("LC_ALL=xx_XX.UTF-8"), ". 03/04/26");
+  EXPECT_EQ(SeenWith("UNRELATED=1"), ". 03/04/26");
+}
+
+}  // namespace
+}  // namespace tarvo::test
