@@ -1,0 +1,150 @@
+#include "translate/mo_file.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "base/runtime_error.h"
+#include "translate/made_dictionary.h"
+
+namespace tarvo {
+namespace {
+
+using test::MakeDictionary;
+using test::PoHeader;
+using test::PoText;
+using test::TemporaryFolder;
+
+MATCHER_P2(IsEntry, original, translation, "") {
+  return arg.original == original && arg.translation == translation;
+}
+
+// The error that reading the bytes gives; "" when they can be read.
+std::string ErrorOf(std::string_view bytes) {
+  try {
+    ReadMoFile(bytes, "TARVO.DIC");
+    return "";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kInvalidFileFormat);
+    return error.Description();
+  }
+}
+
+std::string Compiled(std::string_view poText, const std::string& options = {}) {
+  const TemporaryFolder folder;
+  return MakeDictionary(folder, poText, options);
+}
+
+TEST(MoFile, GivesEveryPhraseWithItsTranslation) {
+  const std::string bytes = Compiled(PoText({{"Open", "Öffnen"}, {"Close", "Schließen"}}));
+  EXPECT_THAT(ReadMoFile(bytes, ""), testing::UnorderedElementsAre(IsEntry("Open", "Öffnen"),
+                                                                   IsEntry("Close", "Schließen")));
+}
+
+TEST(MoFile, ReadsBothByteOrders) {
+  const std::string text = PoText({{"Open", "Öffnen"}, {"Close", "Schließen"}});
+  const std::string little = Compiled(text, "--endianness=little");
+  const std::string big = Compiled(text, "--endianness=big");
+  ASSERT_NE(little, big);
+  EXPECT_EQ(ReadMoFile(little, "").size(), 2U);
+  EXPECT_THAT(ReadMoFile(big, ""), testing::Contains(IsEntry("Close", "Schließen")));
+}
+
+TEST(MoFile, ReadsAFileWithoutAHashTable) {
+  EXPECT_EQ(ReadMoFile(Compiled(PoText({{"a", "b"}}), "--no-hash"), "").size(), 1U);
+}
+
+TEST(MoFile, LeavesOutContextsAndPlurals) {
+  const std::string bytes = Compiled(PoHeader() +
+                                     "msgctxt \"menu\"\nmsgid \"Open\"\nmsgstr \"Öffnen\"\n\n"
+                                     "msgid \"%1 file\"\nmsgid_plural \"%1 files\"\n"
+                                     "msgstr[0] \"%1 Datei\"\nmsgstr[1] \"%1 Dateien\"\n\n"
+                                     "msgid \"Close\"\nmsgstr \"Schließen\"\n");
+  EXPECT_THAT(ReadMoFile(bytes, ""), testing::ElementsAre(IsEntry("Close", "Schließen")));
+}
+
+TEST(MoFile, AFileWithoutAnyRecordIsEmpty) {
+  EXPECT_TRUE(ReadMoFile(Compiled(PoHeader()), "").empty());
+  const std::string nothing(
+      "\xDE\x12\x04\x95\0\0\0\0\0\0\0\0\x1C\0\0\0\x1C\0\0\0\0\0\0\0\x1C\0\0\0", 28);
+  EXPECT_TRUE(ReadMoFile(nothing, "").empty());
+}
+
+TEST(MoFile, ReadsAsciiAndFilesThatNameNoCharacterSet) {
+  const std::string phrase = "msgid \"a\"\nmsgstr \"b\"\n";
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("ASCII") + phrase), "").size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("US-ASCII") + phrase), "").size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("utf-8") + phrase), "").size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(phrase), "").size(), 1U);
+}
+
+TEST(MoFile, AnotherCharacterSetIsRefusedByName) {
+  const std::string bytes = Compiled(PoHeader("ISO-8859-1") + "msgid \"a\"\nmsgstr \"\xE9\"\n");
+  EXPECT_EQ(ErrorOf(bytes),
+            "The dictionary \"TARVO.DIC\" cannot be used: it is in the character set ISO-8859-1; "
+            "only UTF-8 can be read.");
+}
+
+TEST(MoFile, WhatIsNoCatalogueIsRefused) {
+  EXPECT_EQ(ErrorOf(""),
+            "The dictionary \"TARVO.DIC\" cannot be used: it is too short to be a dictionary.");
+  EXPECT_EQ(ErrorOf("msgid \"Open\"\nmsgstr \"Oeffnen\"\n"),
+            "The dictionary \"TARVO.DIC\" cannot be used: it is not a dictionary.");
+}
+
+TEST(MoFile, AnUnknownMajorRevisionIsRefused) {
+  std::string bytes = Compiled(PoText({{"a", "b"}}), "--endianness=little");
+  bytes[6] = 1;
+  EXPECT_EQ(ErrorOf(bytes), "");
+  bytes[6] = 2;
+  EXPECT_THAT(ErrorOf(bytes), testing::HasSubstr("too new"));
+}
+
+TEST(MoFile, EveryTruncationIsReadOrRefused) {
+  const std::string bytes = Compiled(PoText({{"Open", "Öffnen"}, {"Close", "Schließen"}}));
+  ASSERT_EQ(ErrorOf(bytes), "");
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    // A copy of exactly this size, so that a sanitizer sees every byte read beyond it.
+    const std::string cut(bytes.data(), size);
+    EXPECT_NE(ErrorOf(cut), "") << size;
+  }
+}
+
+TEST(MoFile, EveryDamagedByteIsReadOrRefused) {
+  const std::string bytes = Compiled(PoText({{"Open", "Öffnen"}, {"Close", "Schließen"}}));
+  int refused = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+      std::string damaged = bytes;
+      damaged[i] = static_cast<char>(value);
+      if (!ErrorOf(damaged).empty()) ++refused;
+    }
+  }
+  EXPECT_GT(refused, 0);
+}
+
+void PutNumber(std::string& bytes, std::size_t offset, std::uint32_t value) {
+  for (int i = 0; i < 4; ++i) {
+    bytes[offset + static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i));
+  }
+}
+
+TEST(MoFile, CountsAndOffsetsBeyondTheFileAreRefused) {
+  const std::string good = Compiled(PoText({{"Open", "Öffnen"}}), "--endianness=little");
+  for (const std::size_t field : {8U, 12U, 16U, 28U, 32U}) {
+    for (const std::uint32_t value : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU, 0xFFFFFFF8U}) {
+      std::string bad = good;
+      PutNumber(bad, field, value);
+      EXPECT_THAT(ErrorOf(bad), testing::HasSubstr("cut short or damaged")) << field << value;
+    }
+  }
+}
+
+TEST(MoFile, ATextWithoutItsClosingNulIsRefused) {
+  std::string bytes = Compiled(PoText({{"Open", "Auf"}}), "--endianness=little");
+  bytes[bytes.rfind('\0')] = 'x';
+  EXPECT_THAT(ErrorOf(bytes), testing::HasSubstr("damaged"));
+}
+
+}  // namespace
+}  // namespace tarvo
