@@ -64,6 +64,16 @@ TEST_F(AnyFile, ThatVanishesIsMadeAgain) {
   EXPECT_EQ(Bytes(), EmptyRecordBytes());
 }
 
+TEST_F(AnyFile, ThatShrinksWhileItIsReadReadsAsNulsBeyondItsEnd) {
+  std::string bytes = EmptyRecordBytes();
+  for (int i = 0; i < 100; ++i) bytes += RecordBytes("Key", "v");
+  WriteBytes(bytes);
+  platform.beforeReading = [&](std::uint64_t offset, auto) {
+    if (offset >= kRecord) std::filesystem::resize_file(Path(), kRecord + 700);
+  };
+  EXPECT_EQ(store.EnumEntries(), Strings{"Key"});
+}
+
 class UnusableFile : public StoreTest {
  protected:
   void ExpectSilence() {
