@@ -16,33 +16,42 @@ int FieldPosition(std::string_view name) {
   throw RuntimeError(kSubscriptOutOfRange);
 }
 
-// The first eight bytes of the text's lower-case form as one number that orders like them. It
-// decides nearly every comparison of a sort. The order of bytes is the order of code points.
-std::uint64_t OrderPrefix(std::string_view text) {
-  constexpr std::size_t kBytes = 8;
-  std::string folded;
-  for (std::size_t i = 0; i < text.size() && folded.size() < kBytes;) {
+// Appends the text's lower-case form. The order of its bytes is the order of its code points.
+void AppendFolded(std::string& buffer, std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte < 0x80) {
+      buffer += static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+      ++i;
+      continue;
+    }
     const Character c = CharacterAt(text, i);
-    AppendCharacter(folded, LowerCase(c.codePoint));
+    AppendCharacter(buffer, LowerCase(c.codePoint));
     i += c.size;
   }
-  folded.resize(kBytes);
+}
+
+// The first eight bytes as one number that orders like them: it decides most comparisons of a sort.
+std::uint64_t OrderPrefix(std::string_view folded) {
   std::uint64_t prefix = 0;
-  for (const char byte : folded) prefix = prefix << 8 | static_cast<unsigned char>(byte);
+  for (std::size_t i = 0; i < sizeof prefix; ++i) {
+    prefix = prefix << 8 | (i < folded.size() ? static_cast<unsigned char>(folded[i]) : 0U);
+  }
   return prefix;
 }
 
 struct SortKey {
   std::uint64_t prefix;
+  std::string_view folded;
   std::string_view text;
-  std::size_t index;
+  const MoEntry* entry;
 
   bool operator<(const SortKey& other) const {
     if (prefix != other.prefix) return prefix < other.prefix;
-    const int order = CompareIgnoringCase(text, other.text);
+    const int order = folded.compare(other.folded);
     if (order != 0) return order < 0;
     if (text != other.text) return text < other.text;
-    return index < other.index;
+    return entry < other.entry;
   }
 };
 
@@ -69,12 +78,14 @@ void DictionaryTable::SetFileName(Platform& platform, std::string_view fileName)
   file->entries = ReadMoFile(file->bytes, fileName);
   file_ = std::move(file);
   records_ = file_->entries;
+  positions_ = {};
   current_ = 0;
 }
 
 void DictionaryTable::SetFileName(const DictionaryTable& other) {
   file_ = other.file_;
   records_ = file_ ? file_->entries : std::vector<MoEntry>{};
+  positions_ = {};
   current_ = 0;
 }
 
@@ -87,14 +98,31 @@ void DictionaryTable::SetOrderField(std::string_view name) {
   const int position = FieldPosition(name);
   current_ = 0;
   if (!file_) return;
+
+  std::size_t size = 0;
+  for (const MoEntry& entry : file_->entries) size += Record(entry).Item(position).Value().size();
+  std::string folded;
+  std::vector<std::size_t> ends;
+  folded.reserve(2 * size);
+  ends.reserve(file_->entries.size());
+  for (const MoEntry& entry : file_->entries) {
+    AppendFolded(folded, Record(entry).Item(position).Value());
+    ends.push_back(folded.size());
+  }
+
   std::vector<SortKey> keys;
   keys.reserve(file_->entries.size());
+  std::size_t start = 0;
   for (const MoEntry& entry : file_->entries) {
-    const std::string_view text = Record(entry).Item(position).Value();
-    keys.push_back({OrderPrefix(text), text, keys.size()});
+    const std::size_t end = ends[keys.size()];
+    const std::string_view key = std::string_view(folded).substr(start, end - start);
+    keys.push_back({OrderPrefix(key), key, Record(entry).Item(position).Value(), &entry});
+    start = end;
   }
   std::sort(keys.begin(), keys.end());
-  for (std::size_t i = 0; i < keys.size(); ++i) records_[i] = file_->entries[keys[i].index];
+  for (std::size_t i = 0; i < keys.size(); ++i) records_[i] = *keys[i].entry;
+  positions_ = {};
+  if (position == kEnglishPosition) positions_.Build(records_);
 }
 
 void DictionaryTable::MoveTo(int position) {

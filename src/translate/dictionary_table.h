@@ -7,6 +7,7 @@
 
 #include "platform/platform.h"
 #include "translate/mo_file.h"
+#include "translate/phrase_positions.h"
 
 namespace tarvo {
 
@@ -75,6 +76,16 @@ class DictionaryTable {
     if (!AtEnd()) ++current_;
   }
 
+  // Scans forward, the current record included, for the one whose English phrase is exactly this,
+  // and makes it current; false, moving nothing, when there is none. The records must be in the
+  // order of the English field. The same as a loop of MoveNext, but looks at no other record.
+  bool ScanFor(std::string_view english) {
+    const std::size_t position = positions_.Find(records_, english);
+    if (position == PhrasePositions::kNone || position < current_) return false;
+    current_ = position;
+    return true;
+  }
+
   bool AtEnd() const { return current_ >= records_.size(); }
 
   Record CurrentRecord() const { return Record(AtEnd() ? kNoEntry : records_[current_]); }
@@ -90,6 +101,7 @@ class DictionaryTable {
 
   std::shared_ptr<const LoadedFile> file_;
   std::vector<MoEntry> records_;  // in this cursor's order; views into the file's bytes
+  PhrasePositions positions_;     // in the order of the English field only
   std::size_t current_ = 0;
 };
 

@@ -15,13 +15,6 @@ bool IsBlank(std::string_view text) {
   return text.find_first_not_of(' ') == std::string_view::npos;
 }
 
-// Neither text may be empty.
-bool SameInitial(std::string_view a, std::string_view b) {
-  return a[0] == b[0] && static_cast<unsigned char>(a[0]) < 0x80
-             ? true
-             : UpperCase(CharacterAt(a, 0).codePoint) == UpperCase(CharacterAt(b, 0).codePoint);
-}
-
 std::string FillParameters(std::string_view text, std::string_view parameters) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -68,22 +61,16 @@ std::string Translator::Translate(std::string_view phrase, std::string_view para
   return FillParameters(text, parameters);
 }
 
-// A jump to the first record with the phrase's initial, then a scan among the records with it.
+// A jump to the first record with the phrase's initial, then a scan forward for the phrase itself.
+// It ends where the initial does, because no record with another initial equals the phrase.
 std::string_view Translator::Lookup(std::string_view phrase) {
   if (!HasDictionary() || phrase.empty()) return phrase;
   const int first = englishIndex_.Find(CharacterAt(phrase, 0).codePoint);
   if (first == 0) return phrase;
   english_.MoveTo(first);
-  for (;;) {
-    const DictionaryTable::Record record = english_.CurrentRecord();
-    const std::string_view english = record.Item(kEnglishPosition).Value();
-    if (english == phrase) {
-      const std::string_view translation = record.Item(kTranslationPosition).Value();
-      return IsBlank(translation) ? phrase : translation;
-    }
-    if (english_.AtEnd() || !SameInitial(english, phrase)) return phrase;
-    english_.MoveNext();
-  }
+  if (!english_.ScanFor(phrase)) return phrase;
+  const std::string_view translation = english_.CurrentRecord().Item(kTranslationPosition).Value();
+  return IsBlank(translation) ? phrase : translation;
 }
 
 std::string Translator::GetParameter(std::string_view parameters, int n) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -180,6 +181,36 @@ TEST_F(DictionaryTableTest, BehindTheLastRecordTheFieldsAreEmpty) {
   EXPECT_TRUE(table_.AtEnd());
   table_.MoveTo(1);
   EXPECT_FALSE(table_.AtEnd());
+}
+
+TEST_F(DictionaryTableTest, ScansForwardForAPhraseAsALoopWould) {
+  Phrases phrases;
+  for (int i = 0; i < 60; ++i) phrases.push_back({"Phrase " + std::to_string(i), "x"});
+  Open(phrases);
+  table_.SetOrderField(kEnglishField);
+  for (int from = 1; from <= table_.RecordCount(); from += 7) {
+    for (const auto& [english, translation] : phrases) {
+      table_.MoveTo(from);
+      const Texts rest = Rest(kEnglishField);
+      const bool isAhead = std::find(rest.begin(), rest.end(), english) != rest.end();
+      table_.MoveTo(from);
+      ASSERT_EQ(table_.ScanFor(english), isAhead) << english << " from " << from;
+      if (!isAhead) continue;
+      ASSERT_EQ(table_.CurrentRecord().Item(1).Value(), english);
+    }
+  }
+}
+
+TEST_F(DictionaryTableTest, AScanThatFindsNothingMovesNothing) {
+  Open({{"a", "1"}, {"b", "2"}});
+  table_.SetOrderField(kEnglishField);
+  table_.MoveTo(2);
+  EXPECT_FALSE(table_.ScanFor("a"));
+  EXPECT_FALSE(table_.ScanFor("B"));
+  EXPECT_FALSE(table_.ScanFor(""));
+  EXPECT_EQ(table_.CurrentRecord().Item(1).Value(), "b");
+  EXPECT_TRUE(table_.ScanFor("b"));
+  EXPECT_FALSE(DictionaryTable().ScanFor("a"));
 }
 
 TEST_F(DictionaryTableTest, TwoCursorsReadTheFileOnceAndMoveApart) {
