@@ -13,7 +13,6 @@ STATE_ACTIVE = 1
 STATE_CHECKED = 4
 STATE_ENABLED = 8
 STATE_FOCUSED = 12
-STATE_MODAL = 16
 STATE_SELECTED = 23
 STATE_SENSITIVE = 24
 STATE_SHOWING = 25
@@ -53,6 +52,11 @@ class AccessibilityBus:
         except GLib.Error as error:
             raise Gone(f"{method} of {name}{path}: {error.message}") from error
         return result.unpack()
+
+    def send(self, name, path, interface, method, signature, *arguments):
+        """A call whose result nobody waits for."""
+        self._connection.call(name, path, interface, method, GLib.Variant(signature, arguments),
+                              None, Gio.DBusCallFlags.NONE, _CALL_TIMEOUT, None, None)
 
     def application(self, process):
         """The root of the program with this process identifier, or None."""
@@ -126,8 +130,9 @@ class Node:
         return [action[0] for action in self._call(_BASE + "Action", "GetActions")[0]]
 
     def do_action(self, name):
+        """Asks for the action and does not wait for its end: a dialog may come before that."""
         index = self.action_names().index(name)
-        self._call(_BASE + "Action", "DoAction", "(i)", index)
+        self._bus.send(self.name_on_bus, self.path, _BASE + "Action", "DoAction", "(i)", index)
 
     def is_enabled(self):
         return STATE_ENABLED in self.states()

@@ -2,9 +2,8 @@
 
 import unittest
 
-from accessibility import STATE_MODAL
-from dialogs import dismiss_all, texts_of, wait_for_dialog
-from main_window import DETAILS, FILE, HELP, VIEW
+from dialogs import dismiss_all, texts_of, wait_for_message
+from main_window import DETAILS, FILE, HELP, LARGE_ICONS, VIEW
 from program import VERSION
 from program_test_case import ProgramTestCase
 
@@ -82,8 +81,14 @@ class TheAboutWindow(CommandCase):
         self.assertIn("Tarvo", texts)
 
     def test_is_modal(self):
-        program = self.open().program
-        self.assertIn(STATE_MODAL, program.wait_for("dialog", "About Tarvo").states())
+        window = self.open()
+        about = window.program.active_window()
+        self.assertIn("_NET_WM_STATE_MODAL",
+                      self.session.tool("xprop", "-id", str(about), "_NET_WM_STATE"))
+        window.click(window.tool_button("Details View"))
+        window.program.press("Escape")
+        window.wait_until_active()
+        self.assertEqual(window.checked_view(), LARGE_ICONS)
 
     def test_closes_by_escape_and_by_enter(self):
         window = self.open()
@@ -108,7 +113,7 @@ class NothingChosenDoesHarm(CommandCase):
                            (("alt+f", "m"), "Rename Code goes here!")):
             with self.subTest(text=text):
                 window.press_in_menu(*keys)
-                dialog = wait_for_dialog(window.program)
+                dialog = wait_for_message(window.program)
                 self.assertEqual((dialog.name(), texts_of(dialog)), ("Tarvo", [text]))
                 dismiss_all(window.program)
 

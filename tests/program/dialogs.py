@@ -3,7 +3,8 @@
 from accessibility import Gone
 from waiting import wait_until
 
-_ROLES = ("alert", "dialog", "message box")
+_MESSAGE_BOX = "alert message"
+_ROLES = (_MESSAGE_BOX, "dialog", "file chooser")
 
 
 def open_dialogs(program):
@@ -15,12 +16,15 @@ def open_dialogs(program):
         return []
 
 
-def wait_for_dialog(program):
+def wait_for_message(program):
+    """Waits for a message box that has the keyboard."""
+
     def found():
         program.must_run()
-        return open_dialogs(program)
+        boxes = [node for node in open_dialogs(program) if node.role() == _MESSAGE_BOX]
+        return boxes and program.active_window() in program.window_ids() and boxes[-1]
 
-    return wait_until(found, "a dialog can be seen")[-1]
+    return wait_until(found, "a message box can be seen")
 
 
 def texts_of(dialog):

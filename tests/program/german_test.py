@@ -4,8 +4,8 @@ import gettext
 import re
 import unittest
 
-from dialogs import dismiss_all, open_dialogs, wait_for_dialog
-from main_window import ABOUT_ENTRY, DETAILS, FILE, HELP, LARGE_ICONS, VIEW, FIRST_VIEW_ENTRY
+from dialogs import dismiss_all, wait_for_message
+from main_window import FILE, VIEW
 from program import dictionary_folder
 from program_test_case import ProgramTestCase
 
@@ -97,13 +97,13 @@ class InGerman(ProgramTestCase):
         window.open_about()
         texts = self.read_everything(window.program)
         self.assert_german(texts)
-        self.assertIn("Info über Tarvo", texts)
+        self.assertIn(phrases()["About Tarvo"], texts)
 
     def test_the_message_boxes(self):
         window = self.open_german_window()
         for menu, entry in ((VIEW, OPTIONS_ENTRY), (FILE, RENAME_ENTRY)):
             window.choose(menu, entry)
-            wait_for_dialog(window.program)
+            wait_for_message(window.program)
             texts = self.read_everything(window.program)
             self.assertTrue(texts & PLACEHOLDERS, texts)
             self.assert_german(texts)

@@ -113,9 +113,9 @@ class RunningProgram:
 
     def inner_geometry(self, window):
         """Left, top, width and height of the window without its frame, in pixels."""
-        shown = self.session.tool("xdotool", "getwindowgeometry", "--shell", str(window))
-        values = dict(line.split("=") for line in shown.split())
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        shown = self.session.tool("xwininfo", "-id", str(window))
+        names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        return tuple(int(re.search(rf"{name}: +(-?\d+)", shown)[1]) for name in names)
 
     def frame(self, window):
         """What the frame adds at the left, right, top and bottom, in pixels."""

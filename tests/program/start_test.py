@@ -4,7 +4,7 @@ import shutil
 import unittest
 
 import settings_file
-from dialogs import texts_of, wait_for_dialog
+from dialogs import texts_of, wait_for_message
 from main_window import DETAILS, MainWindow
 from program import dictionary_folder
 from program_test_case import ProgramTestCase
@@ -17,7 +17,7 @@ class StartCase(ProgramTestCase):
     def assert_ends_with_error(self, program, number, description):
         """The standard message is in a box, which Enter closes, and on standard error; exit code 1."""
         wanted = f"Run-time error '{number}':\n\n{description}"
-        (shown,) = texts_of(wait_for_dialog(program))
+        (shown,) = texts_of(wait_for_message(program))
         self.assertTrue(shown.startswith(wanted), shown)
         program.press("Return")
         self.assertEqual(program.wait_for_end(), 1)
@@ -43,7 +43,7 @@ class StartsThatFail(StartCase):
         for broken in (b"not a dictionary", whole[: len(whole) // 2]):
             with self.subTest(size=len(broken)):
                 (self.folders.start / "TARVO.DIC").write_bytes(broken)
-                self.assert_ends_with_error(self.start(), 321, "Invalid file format")
+                self.assert_ends_with_error(self.start(), 321, 'The dictionary "TARVO.DIC" cannot be used')
 
 
 class StartsThatSucceed(StartCase):

@@ -2,7 +2,7 @@
 
 import unittest
 
-from main_window import DETAILS, LARGE_ICONS, LIST, SMALL_ICONS
+from main_window import DETAILS, LARGE_ICONS, LIST, SMALL_ICONS, VIEW
 from program_test_case import ProgramTestCase
 
 PREFIX = "Tarvo_Settings_"
@@ -57,10 +57,10 @@ class TheMainWindow(ProgramTestCase):
         _, top, _, height = window.list().extents()
         window.press_in_menu("alt+v", "t")
         window.wait_for_list_place(top - toolbar_height, height + toolbar_height)
-        self.assertFalse(window.entry("View", "Toolbar").is_checked())
+        self.assertFalse(window.entry(VIEW, "Toolbar").is_checked())
         window.press_in_menu("alt+v", "t")
         window.wait_for_list_place(top, height)
-        self.assertTrue(window.entry("View", "Toolbar").is_checked())
+        self.assertTrue(window.entry(VIEW, "Toolbar").is_checked())
 
     def test_the_list_takes_the_place_of_a_hidden_status_bar(self):
         window = self.open_window()
