@@ -1,6 +1,5 @@
 #include "translate/mo_file.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 
