@@ -51,7 +51,7 @@ void DialogWindow::Keep(Kept& state, Drawn* drawn) {
 }
 
 void DialogWindow::Add(Control& control) {
-  QWidget* const parent = widget_.get();
+  QWidget* const parent = widget_.data();
   if (auto* label = dynamic_cast<Label*>(&control)) {
     Keep(*label, new LabelWidget(parent));
   } else if (auto* frame = dynamic_cast<Frame*>(&control)) {
@@ -62,7 +62,8 @@ void DialogWindow::Add(Control& control) {
     Keep(*line, new LineWidget(parent));
   } else if (auto* button = dynamic_cast<Button*>(&control)) {
     auto* const drawn = new ButtonWidget(parent);
-    connect(drawn, &QPushButton::clicked, this, [this, button] { seam_.dispatcher.Run(button->Click); });
+    connect(drawn, &QPushButton::clicked, this,
+            [this, button] { seam_.dispatcher.Run(button->Click); });
     if (button->IsCancel) static_cast<DialogWidget*>(parent)->cancel = drawn;
     if (button->IsDefault) drawn->setFocus();
     Keep(*button, drawn);

@@ -13,7 +13,7 @@ namespace tarvo::qt {
 DriversWindow::DriversWindow(MainWindow& form, Seam& seam)
     : FormWindow(form, seam, std::make_unique<QMainWindow>()),
       state_(form),
-      window_(static_cast<QMainWindow*>(widget_.get())),
+      window_(static_cast<QMainWindow*>(widget_.data())),
       menus_(seam.dispatcher),
       client_(new QWidget(window_)),
       toolbar_(new ToolbarPane(form.tbToolBar, seam.dispatcher, client_)),
@@ -77,7 +77,8 @@ void DriversWindow::PlaceControls() {
 }
 
 void DriversWindow::SyncTimer() {
-  const int interval = state_.tmrStuff.Enabled && shown_ ? std::max(0, state_.tmrStuff.Interval) : 0;
+  const int interval =
+      state_.tmrStuff.Enabled && shown_ ? std::max(0, state_.tmrStuff.Interval) : 0;
   if (interval == 0) {
     timer_.stop();
   } else if (!timer_.isActive() || timer_.interval() != interval) {

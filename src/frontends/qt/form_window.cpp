@@ -12,14 +12,14 @@
 namespace tarvo::qt {
 
 FormWindow::FormWindow(Form& form, Seam& seam, std::unique_ptr<QWidget> widget)
-    : form_(form), seam_(seam), widget_(std::move(widget)) {
+    : form_(form), seam_(seam), widget_(widget.release()) {
   widget_->setObjectName(ToText(form.Name));
   widget_->installEventFilter(this);
   // Keys reach the window before its controls.
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-FormWindow::~FormWindow() = default;
+FormWindow::~FormWindow() { delete widget_.data(); }
 
 void FormWindow::Sync() {
   if (closed_) return;
@@ -48,14 +48,14 @@ void FormWindow::Close() {
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
   if (closed_) return false;
-  if (watched == widget_.get()) {
+  if (watched == widget_.data()) {
     if (WindowEvent(*event)) return true;
   }
   if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
   // A key that nobody takes comes by again on its way through the parents.
   auto& receiver = static_cast<QWidget&>(*watched);
   const QWidget* const focus = QApplication::focusWidget();
-  if (receiver.window() != widget_.get() || (focus ? focus : widget_.get()) != &receiver)
+  if (receiver.window() != widget_.data() || (focus ? focus : widget_.data()) != &receiver)
     return false;
   const auto& key = static_cast<const QKeyEvent&>(*event);
   return !KeyDown(key.key(), key.modifiers().testFlag(Qt::KeypadModifier));

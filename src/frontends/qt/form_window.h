@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QSize>
 #include <QWidget>
 #include <memory>
@@ -43,7 +44,7 @@ class FormWindow : public QObject {
 
   Form& form_;
   Seam& seam_;
-  std::unique_ptr<QWidget> widget_;
+  QPointer<QWidget> widget_;  // its own, unless an owner on the screen has gone before
   bool shown_ = false;
 
  private:

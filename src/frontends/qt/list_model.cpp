@@ -47,7 +47,9 @@ int ListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(items_.size());
 }
 
-int ListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_; }
+int ListModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : columns_;
+}
 
 // Between a change of the list and the next Sync the views may ask for items that are gone.
 bool ListModel::IsSynced() const { return list_ && generation_ == list_->Generation(); }

@@ -21,13 +21,21 @@ class CellDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return cell; }
   QSize cell;
+
+ protected:
+  // Under a large icon the name begins right below it, however many lines it has.
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->decorationPosition == QStyleOptionViewItem::Top)
+      option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+  }
 };
 
 namespace {
 
 constexpr int kLargeIcon = 48;
 constexpr int kSmallIcon = 16;
-constexpr int kMaxNameWidth = 220;
+constexpr int kMaxNameWidth = 180;
 
 // Column headings are as wide as their texts, so they are drawn without margins and never cut.
 class HeadingView : public QHeaderView {
@@ -47,7 +55,8 @@ class HeadingView : public QHeaderView {
     option.rect = rect;
     option.section = section;
     style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
-    const int margin = section == 0 ? style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) : 0;
+    const int margin =
+        section == 0 ? style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) : 0;
     painter->setPen(palette().color(QPalette::ButtonText));
     painter->setFont(font());
     painter->drawText(rect.adjusted(margin, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
@@ -58,9 +67,13 @@ class HeadingView : public QHeaderView {
 }  // namespace
 
 ListPane::ListPane(ListView& list, Seam& seam, QWidget* parent)
-    : QStackedWidget(parent), list_(&list), seam_(seam), names_(list, 1),
+    : QStackedWidget(parent),
+      list_(&list),
+      seam_(seam),
+      names_(list, 1),
       table_(list, 1 + ListItem::kSubItems),
-      icons_(new GestureView<QListView>(*this, this)), delegate_(new CellDelegate(this)) {
+      icons_(new GestureView<QListView>(*this, this)),
+      delegate_(new CellDelegate(this)) {
   setObjectName(ToText(list.Name));
   setFont(QApplication::font());
   icons_->setObjectName(objectName() + "Icons");
@@ -86,11 +99,12 @@ void ListPane::MakeDetails() {
   details_->header()->setFont(font());
   addWidget(details_);
   // A width that the user gives a column is the column's from then on.
-  connect(details_->header(), &QHeaderView::sectionResized, this, [this](int section, int, int now) {
-    if (!list_ || static_cast<std::size_t>(section) >= list_->ColumnHeaders.size()) return;
-    ColumnHeader& column = list_->ColumnHeaders[static_cast<std::size_t>(section)];
-    if (std::ceil(column.Width / kTwipsPerPixel) != now) column.Width = ToTwips(now);
-  });
+  connect(details_->header(), &QHeaderView::sectionResized, this,
+          [this](int section, int, int now) {
+            if (!list_ || static_cast<std::size_t>(section) >= list_->ColumnHeaders.size()) return;
+            ColumnHeader& column = list_->ColumnHeaders[static_cast<std::size_t>(section)];
+            if (std::ceil(column.Width / kTwipsPerPixel) != now) column.Width = ToTwips(now);
+          });
 }
 
 QAbstractItemView& ListPane::View() const {
@@ -137,7 +151,7 @@ void ListPane::ChooseView() {
 void ListPane::ArrangeIcons() {
   const bool large = view_ == kLargeIcons;
   const int line = fontMetrics().height();
-  delegate_->cell = large ? QSize(96, kLargeIcon + 3 * line + 8) : SmallCell();
+  delegate_->cell = large ? QSize(96, kLargeIcon + 2 * line + 8) : SmallCell();
   icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
   icons_->setFlow(view_ == kList ? QListView::TopToBottom : QListView::LeftToRight);
   icons_->setWrapping(true);

@@ -50,7 +50,7 @@ void Menus::Sync(const Shown& shown) {
   shown.action->setVisible(shown.item->Visible);
   if (shown.item->IsSeparator) return;
   shown.action->setText(ToCaption(shown.item->Caption));
-  shown.action->setEnabled(shown.item->Enabled);
+  shown.action->setEnabled(shown.item->Enabled && shown.item->Visible);
   if (shown.item->Checked) shown.action->setCheckable(true);
   shown.action->setChecked(shown.item->Checked);
 }

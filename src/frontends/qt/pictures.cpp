@@ -129,8 +129,8 @@ QPixmap PictureEngine::Drawn(const QSize& size, qreal scale, QIcon::Mode mode) {
   if (mode == QIcon::Disabled) {
     QStyleOption option;
     option.palette = QApplication::palette();
-    pixmap = QApplication::style()->generatedIconPixmap(
-        mode, Drawn(size, scale, QIcon::Normal), &option);
+    pixmap = QApplication::style()->generatedIconPixmap(mode, Drawn(size, scale, QIcon::Normal),
+                                                        &option);
   } else {
     pixmap = Decode(size, scale);
   }
@@ -144,15 +144,15 @@ QPixmap PictureEngine::Decode(const QSize& size, qreal scale) const {
   pixmap.fill(Qt::transparent);
   if (!picture_ || size.isEmpty()) return pixmap;
   const int side = std::max(size.width(), size.height());
-  const QImage image =
-      picture_->icon.empty() ? ReadFile(picture_->bytes, side) : ReadOwn(ToText(picture_->icon), side);
+  const QImage image = picture_->icon.empty() ? ReadFile(picture_->bytes, side)
+                                              : ReadOwn(ToText(picture_->icon), side);
   if (image.isNull()) return pixmap;
   const qreal fit = std::min(static_cast<qreal>(size.width()) / image.width(),
                              static_cast<qreal>(size.height()) / image.height());
   const QSize drawn = (QSizeF(image.size()) * std::min(fit, scale)).toSize().expandedTo({1, 1});
-  const QImage scaled = drawn == image.size() ? image
-                                              : image.scaled(drawn, Qt::IgnoreAspectRatio,
-                                                             Qt::SmoothTransformation);
+  const QImage scaled = drawn == image.size()
+                            ? image
+                            : image.scaled(drawn, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   QPainter(&pixmap).drawImage((size.width() - drawn.width()) / 2,
                               (size.height() - drawn.height()) / 2, scaled);
   return pixmap;

@@ -43,7 +43,8 @@ int RunProgram(Platform& platform, const std::string& arguments) {
   });
   if (frontEnd.Failure().empty() && next == AfterStart::kEventLoop) frontEnd.RunEventLoop();
   if (frontEnd.Failure().empty()) return 0;
-  ShowFailure(frontEnd.Failure(), tarvo ? tarvo->RunGlobals().translator.ApplicationTitle() : kPlainTitle);
+  ShowFailure(frontEnd.Failure(),
+              tarvo ? tarvo->RunGlobals().translator.ApplicationTitle() : kPlainTitle);
   return 1;
 }
 

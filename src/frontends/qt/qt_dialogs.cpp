@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QCursor>
 #include <QFileDialog>
 #include <QMenu>
@@ -48,6 +49,7 @@ Answer QtFrontEnd::MsgBox(std::string_view text, MessageButtons buttons, Message
   box.setTextFormat(Qt::PlainText);
   box.setWindowModality(Qt::ApplicationModal);
   box.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+  for (QAbstractButton* button : box.buttons()) button->setIcon(QIcon());
   bool finished = false;
   QObject::connect(&box, &QDialog::finished, &box, [&] {
     finished = true;

@@ -6,7 +6,6 @@
 #include <QWindow>
 #include <cstdlib>
 
-
 namespace tarvo::qt {
 namespace {
 
@@ -45,8 +44,7 @@ QRect WindowPlace::Outer() const { return window_.windowHandle()->frameGeometry(
 void WindowPlace::Apply() {
   known_ = assigned_ = form_.Place;
   if (form_.State == WindowState::kMaximised) return;
-  const QRect outer =
-      OuterPixels(form_.Place, QGuiApplication::primaryScreen()->virtualGeometry());
+  const QRect outer = OuterPixels(form_.Place, QGuiApplication::primaryScreen()->virtualGeometry());
   applied_ = exact_ = PixelsOf(outer);
   settling_ = true;
   repeats_ = window_.isVisible() ? kRepeats : 0;
@@ -96,8 +94,7 @@ void WindowPlace::ObserveBounds(const QRect& outer) {
   if (!settling_) return TakeOver(outer);
   const Pixels now = PixelsOf(outer);
   const bool asApplied = AreNear(now.left, applied_.left) && AreNear(now.top, applied_.top) &&
-                         AreNear(now.width, applied_.width) &&
-                         AreNear(now.height, applied_.height);
+                         AreNear(now.width, applied_.width) && AreNear(now.height, applied_.height);
   if (asApplied && !margins_.isNull()) return Settle();
   if (!timer_.isActive()) timer_.start();
 }

@@ -1,0 +1,123 @@
+#include "frontends/qt/dispatcher.h"
+
+#include <gtest/gtest.h>
+
+#include <QTimer>
+
+#include "base/runtime_error.h"
+#include "frontends/qt/key_codes.h"
+#include "frontends/qt/text.h"
+
+namespace tarvo::qt {
+namespace {
+
+TEST(DispatcherTest, AnErrorOfAHandlerIsRememberedAsTheStandardMessage) {
+  Dispatcher dispatcher;
+  dispatcher.Run([] { throw RuntimeError(kPathNotFound); });
+  EXPECT_EQ(dispatcher.Failure(), RuntimeError(kPathNotFound).StandardMessage());
+}
+
+TEST(DispatcherTest, AnyOtherExceptionEndsTheProgramToo) {
+  Dispatcher dispatcher;
+  dispatcher.Run([] { throw std::length_error("too long"); });
+  EXPECT_EQ(dispatcher.Failure(), RuntimeError(kInternalError, "too long").StandardMessage());
+}
+
+TEST(DispatcherTest, NoHandlerRunsAfterAnError) {
+  Dispatcher dispatcher;
+  bool ran = false;
+  dispatcher.Run([] { throw RuntimeError(kOverflow); });
+  dispatcher.Run([&] { ran = true; });
+  EXPECT_FALSE(ran);
+}
+
+TEST(DispatcherTest, AWaitThatIsOverAlreadyReturnsAtOnce) {
+  Dispatcher dispatcher;
+  bool asked = false;
+  dispatcher.Wait([&] { return asked = true; });
+  EXPECT_TRUE(asked);
+}
+
+TEST(DispatcherTest, AnErrorEndsEveryWait) {
+  Dispatcher dispatcher;
+  int ended = 0;
+  QTimer::singleShot(0, [&] {
+    dispatcher.Run([&] {
+      QTimer::singleShot(0, [&] { dispatcher.Run([] { throw RuntimeError(kOverflow); }); });
+      dispatcher.Wait([] { return false; });
+      ++ended;
+      dispatcher.ThrowIfEnding();
+      ++ended;
+    });
+  });
+  dispatcher.Wait([] { return false; });
+  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(dispatcher.Failure(), RuntimeError(kOverflow).StandardMessage());
+}
+
+TEST(DispatcherTest, AHandlerThatAbsorbsErrorsDoesNotAbsorbTheEnd) {
+  Dispatcher dispatcher;
+  bool wentOn = false;
+  dispatcher.Run([&] {
+    dispatcher.Run([] { throw RuntimeError(kOverflow); });
+    try {
+      dispatcher.ThrowIfEnding();
+    } catch (const std::exception&) {
+    }
+    wentOn = true;
+  });
+  EXPECT_FALSE(wentOn);
+}
+
+TEST(DispatcherTest, TheStateIsDrawnAfterEachHandler) {
+  Dispatcher dispatcher;
+  int drawn = 0;
+  dispatcher.AfterHandler = [&] { ++drawn; };
+  dispatcher.Run([] {});
+  dispatcher.Run([] {});
+  EXPECT_EQ(drawn, 2);
+}
+
+TEST(DispatcherTest, NoHandlerRunsWhileDrawing) {
+  Dispatcher dispatcher;
+  bool ran = false;
+  {
+    const Dispatcher::Hold hold(dispatcher);
+    dispatcher.Run([&] { ran = true; });
+  }
+  EXPECT_FALSE(ran);
+  dispatcher.Run([&] { ran = true; });
+  EXPECT_TRUE(ran);
+}
+
+TEST(KeyCodesTest, KeysHaveTheirClassicCodes) {
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_F1, false), 112);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_F12, false), 123);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_Return, false), 13);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_A, false), 65);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_7, false), 55);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_7, true), 103);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_Delete, false), 46);
+  EXPECT_EQ(ClassicKeyCode(Qt::Key_LaunchMail, false), 0);
+}
+
+TEST(DrawnTextTest, ACarriageReturnIsALineBreak) {
+  EXPECT_EQ(ToLines("a\rb\r\nc\nd"), "a\nb\nc\nd");
+}
+
+TEST(DrawnTextTest, BytesThatAreNoTextAreDrawnAsReplacements) {
+  EXPECT_EQ(ToText("a\xff"), QString("a") + QChar(0xfffd));
+}
+
+TEST(DrawnTextTest, AccessKeysAreTakenOutOfNames) {
+  EXPECT_EQ(WithoutAccessKey("Do&wnload"), "Download");
+  EXPECT_EQ(WithoutAccessKey("R&&D &x&"), "R&D x");
+}
+
+TEST(DrawnTextTest, AToolTipThatLooksLikeMarkupIsShownLiterally) {
+  EXPECT_TRUE(ToToolTip("<b>x</b>").contains("&lt;b&gt;"));
+  EXPECT_EQ(ToToolTip("x & y"), "x & y");
+}
+
+}  // namespace
+}  // namespace tarvo::qt
