@@ -55,6 +55,7 @@ def _start(own, command):
     environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS"):
         environment[name] = own.environment[name]
+    environment.setdefault("XDG_RUNTIME_DIR", own.environment["XDG_RUNTIME_DIR"])
     program = RunningProgram(own, session.start(command, env=environment, stdin=subprocess.DEVNULL))
     wait_until(lambda: not program.is_running() or program.window_ids(),
                "the program shows a window or ends", _START_DEADLINE)
