@@ -40,4 +40,8 @@ kVirtualDisplayPackages=(
 kTestPackages=(
   clang-format
   clang-tidy
+  libarchive-tools
+  p7zip-full
+  unzip
+  zip
 )

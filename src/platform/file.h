@@ -29,4 +29,10 @@ enum class OpenFor {
   kReadingAndWriting,  // an existing file is kept as it is, a missing one is made empty
 };
 
+// What a file is made for.
+enum class FileUse {
+  kData,
+  kProgram,  // it may be executed by all who may read it
+};
+
 }  // namespace tarvo

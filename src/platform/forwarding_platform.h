@@ -32,6 +32,14 @@ class ForwardingPlatform : public Platform {
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
     return target_.OpenFile(path, use);
   }
+  std::unique_ptr<File> MakeFile(std::string_view path, FileUse use) override {
+    return target_.MakeFile(path, use);
+  }
+  void RenameFile(std::string_view path, std::string_view newPath) override {
+    target_.RenameFile(path, newPath);
+  }
+  void RemoveFile(std::string_view path) override { target_.RemoveFile(path); }
+  void RemoveFolder(std::string_view path) override { target_.RemoveFolder(path); }
   double Now() override { return target_.Now(); }
   double SecondsSinceMidnight() override { return target_.SecondsSinceMidnight(); }
   std::string ShortDate(CalendarDate date) override { return target_.ShortDate(date); }

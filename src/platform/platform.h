@@ -83,6 +83,24 @@ class Platform {
   // Opens a file; 53 when it must exist and does not, 75 for a folder.
   virtual std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) = 0;
 
+  // Makes a file that does not exist yet, open for reading and writing, with the modes that the
+  // user's mask allows; kProgram also lets it be executed. 75 when the name is taken, by a symbolic
+  // link too: a link is never followed. 76 when its folder is missing. A crash leaves the file made
+  // or not.
+  virtual std::unique_ptr<File> MakeFile(std::string_view path, FileUse use) = 0;
+
+  // Gives a file another name on the same drive, in one step: a file or link that has the name
+  // already is replaced, and whoever looks finds the old or the new one, after a crash too. Open
+  // files stay open. 53 when there is no such file, 76 when a folder on the way is missing, 75 when
+  // the new name is a folder's.
+  virtual void RenameFile(std::string_view path, std::string_view newPath) = 0;
+
+  // Removes a file, or a symbolic link itself. 53 when there is none, 75 for a folder.
+  virtual void RemoveFile(std::string_view path) = 0;
+
+  // Removes an empty folder; 75 when something is in it or it is none, 76 when it is missing.
+  virtual void RemoveFolder(std::string_view path) = 0;
+
   // Local date and time: days since 30 December 1899, the time of day as the fraction.
   virtual double Now() = 0;
 

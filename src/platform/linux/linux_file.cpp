@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <utility>
 
-#include "base/paths.h"
 #include "base/runtime_error.h"
 #include "platform/linux/long_path.h"
 
@@ -57,16 +56,6 @@ class LinuxFile final : public File {
   std::string path_;
 };
 
-// The system says the same for a missing file and for a missing folder on the way to it.
-RuntimeError OpenError(int code, const ReachedPath& reached, const std::string& path) {
-  const std::string folder(FolderOf(reached.rest));
-  struct stat status;
-  const bool folderIsMissing =
-      !folder.empty() && ::fstatat(reached.Base(), folder.c_str(), &status, 0) != 0;
-  return code == ENOENT && folderIsMissing ? FolderError(code, path)
-                                           : RuntimeError::FromErrno(code, path);
-}
-
 }  // namespace
 
 std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
@@ -80,7 +69,7 @@ std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
   do {
     descriptor = Descriptor(::openat(reached.Base(), reached.rest.c_str(), flags, 0666));
   } while (descriptor.Get() < 0 && errno == EINTR);
-  if (descriptor.Get() < 0) throw OpenError(errno, reached, name);
+  if (descriptor.Get() < 0) throw FileError(errno, reached, path);
   struct stat status;
   if (::fstat(descriptor.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, name);
   if (!S_ISREG(status.st_mode)) {
@@ -88,6 +77,19 @@ std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
                        StandardDescription(kPathFileAccessError) + ": " + name);
   }
   return std::make_unique<LinuxFile>(std::move(descriptor), name);
+}
+
+std::unique_ptr<File> MakeLinuxFile(std::string_view path, FileUse use) {
+  // O_EXCL: nothing that has the name is opened, and a link is not followed.
+  constexpr int kFlags = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
+  const mode_t mode = use == FileUse::kProgram ? 0777 : 0666;
+  const ReachedPath reached = ReachPath(path);
+  Descriptor descriptor;
+  do {
+    descriptor = Descriptor(::openat(reached.Base(), reached.rest.c_str(), kFlags, mode));
+  } while (descriptor.Get() < 0 && errno == EINTR);
+  if (descriptor.Get() < 0) throw FileError(errno, reached, path);
+  return std::make_unique<LinuxFile>(std::move(descriptor), std::string(path));
 }
 
 }  // namespace tarvo

@@ -147,6 +147,39 @@ class LinuxPlatform final : public Platform {
     return OpenLinuxFile(path, use);
   }
 
+  std::unique_ptr<File> MakeFile(std::string_view path, FileUse use) override {
+    return MakeLinuxFile(path, use);
+  }
+
+  void RenameFile(std::string_view path, std::string_view newPath) override {
+    const ReachedPath from = ReachPath(path);
+    const ReachedPath to = ReachPath(newPath);
+    if (::renameat(from.Base(), from.rest.c_str(), to.Base(), to.rest.c_str()) == 0) return;
+    const int code = errno;
+    struct stat status;
+    const bool isThere =
+        ::fstatat(from.Base(), from.rest.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    if (code == ENOENT && isThere) throw FolderError(code, newPath);
+    throw FileError(code, from, path);
+  }
+
+  void RemoveFile(std::string_view path) override {
+    const ReachedPath reached = ReachPath(path);
+    if (::unlinkat(reached.Base(), reached.rest.c_str(), 0) != 0) {
+      throw FileError(errno, reached, path);
+    }
+  }
+
+  void RemoveFolder(std::string_view path) override {
+    const ReachedPath reached = ReachPath(path);
+    if (::unlinkat(reached.Base(), reached.rest.c_str(), AT_REMOVEDIR) == 0) return;
+    const int code = errno;
+    struct stat status;
+    const bool isThere =
+        ::fstatat(reached.Base(), reached.rest.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    throw FolderError(code == ENOTDIR && isThere ? EEXIST : code, path);
+  }
+
   double Now() override {
     const LocalTime now = ReadClock();
     return DayNumber(now.calendar) + SecondsOfDay(now) / 86400.0;

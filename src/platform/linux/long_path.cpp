@@ -1,14 +1,27 @@
 #include "platform/linux/long_path.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+
+#include "base/paths.h"
 
 namespace tarvo {
 
 RuntimeError FolderError(int code, std::string_view path) {
   if (code != ENOENT) return RuntimeError::FromErrno(code, std::string(path));
   return RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + std::string(path));
+}
+
+RuntimeError FileError(int code, const ReachedPath& reached, std::string_view path) {
+  const std::string folder(FolderOf(reached.rest));
+  struct stat status;
+  const bool folderIsMissing =
+      !folder.empty() && ::fstatat(reached.Base(), folder.c_str(), &status, 0) != 0;
+  if (code == ENOENT && folderIsMissing) return FolderError(code, path);
+  return RuntimeError::FromErrno(code, std::string(path));
 }
 
 ReachedPath ReachPath(std::string_view path) {
