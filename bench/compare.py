@@ -155,7 +155,9 @@ def machine(data):
             break
     system = platform.freedesktop_os_release()["PRETTY_NAME"]
     file_system = _output(["stat", "-f", "-c", "%T", str(data)]).strip()
-    return f"{model}, {len(os.sched_getaffinity(0))} cores; {system}; data on {file_system}"
+    cores = len(os.sched_getaffinity(0))
+    load = os.getloadavg()[0]
+    return f"{model}, {cores} cores, load average {load:.1f}; {system}; data on {file_system}"
 
 
 _PAGE = """# Performance
@@ -163,7 +165,8 @@ _PAGE = """# Performance
 Written by `bench/run`, which measures each piece of work and its peer in turn, {rounds} rounds after
 one that does not count. A ratio is Tarvo's median divided by the peer's: below 1, Tarvo is faster.
 The times themselves say little on a shared machine, and are not kept; the last column shows how far
-single rounds were apart.
+single rounds were apart. Where the load average is above the number of cores, other work has
+disturbed the wall times, and the ratio of the processor times is the one to go by.
 
 {date}, {machine}.
 
