@@ -24,7 +24,11 @@ function(tarvo_library name)
 endfunction()
 
 # tarvo_test(NAME SOURCES file... LINKS library...)
-# A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case.
+# A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case, in a sanitizer
+# build asan.NAME.Suite.Case, because one run of the test runner may cover several builds.
+if(TARVO_SANITIZE)
+  set(TARVO_TEST_PREFIX asan.)
+endif()
 function(tarvo_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_executable(${name}_test ${arg_SOURCES})
@@ -32,6 +36,6 @@ function(tarvo_test name)
                                              GTest::gmock_main)
   set_target_properties(${name}_test PROPERTIES
                         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+  gtest_discover_tests(${name}_test TEST_PREFIX ${TARVO_TEST_PREFIX}${name}. DISCOVERY_MODE PRE_TEST
                        PROPERTIES TIMEOUT 120)
 endfunction()

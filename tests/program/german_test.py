@@ -1,6 +1,8 @@
 """In German the program shows no English word."""
 
+import ast
 import gettext
+import pathlib
 import re
 import unittest
 
@@ -9,13 +11,18 @@ from main_window import FILE, VIEW
 from program import dictionary_folder
 from program_test_case import ProgramTestCase
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
 # Texts that stay English on purpose.
 PLACEHOLDERS = {"Options Dialog Code goes here!", "Rename Code goes here!"}
 
-# English words that a toolkit brings along rather than the phrases of the program.
-FOREIGN_WORDS = {"yes", "no", "cancel", "apply", "page", "left", "right", "down", "line", "show",
-                 "hide", "more", "less", "details...", "date", "time", "press", "toggle", "window",
-                 "list", "menu bar", "scroll", "the", "and", "of"}
+# Phrases that are spelled alike in both languages.
+SAME_IN_GERMAN = {"&Details", "Name", "OK", "Tarvo", "Version", "Version ?.??"}
+
+# English words that a toolkit would bring along.
+TOOLKIT_WORDS = {"yes", "no", "cancel", "apply", "close", "page", "left", "right", "down", "line",
+                 "show", "hide", "more", "less", "date", "time", "window", "scroll", "the", "and",
+                 "of"}
 
 OPTIONS_ENTRY = 8
 RENAME_ENTRY = -2
@@ -25,11 +32,20 @@ def words_of(text):
     return {word.lower() for word in re.findall(r"[^\W\d_]{2,}", text)}
 
 
-def phrases():
-    """English phrases and their translations, read by another program than the one under test."""
+def english_phrases():
+    """Every phrase of the program, from the template."""
+    template = (ROOT / "translations" / "tarvo.pot").read_text()
+    quoted = re.findall(r'^msgid ((?:"[^\n]*"\n)+)', template, re.MULTILINE)
+    texts = ["".join(ast.literal_eval(line) for line in lines.splitlines()) for lines in quoted]
+    return {text for text in texts if text}
+
+
+def german_phrases():
+    """The translations by phrase, read by another program than the one under test."""
     with open(dictionary_folder("de") / "TARVO.DIC", "rb") as file:
-        catalogue = gettext.GNUTranslations(file)._catalog
-    return {english: german for english, german in catalogue.items() if english}
+        catalogue = gettext.GNUTranslations(file)
+    return {english: catalogue.gettext(english) for english in english_phrases()
+            if catalogue.gettext(english) != english or english in SAME_IN_GERMAN}
 
 
 def plain(text):
@@ -39,13 +55,12 @@ def plain(text):
 class InGerman(ProgramTestCase):
     @classmethod
     def setUpClass(cls):
-        german = {plain(text) for text in phrases().values()}
-        # Whole phrases with another translation, and words that occur in no translation at all.
-        cls.english_phrases = {plain(english) for english, text in phrases().items()
-                               if plain(english) != plain(text)} - german
+        german = {plain(text) for text in german_phrases().values()}
+        # Whole phrases that are no translation, and words that occur in no translation.
+        cls.english_phrases = {plain(text) for text in english_phrases()} - german
         german_words = set().union(*(words_of(text) for text in german))
-        english_words = set().union(*(words_of(plain(text)) for text in phrases()))
-        cls.english_words = (english_words | FOREIGN_WORDS) - german_words
+        english_words = set().union(*(words_of(text) for text in cls.english_phrases))
+        cls.english_words = (english_words | TOOLKIT_WORDS) - german_words
 
     def setUp(self):
         super().setUp()
@@ -97,7 +112,7 @@ class InGerman(ProgramTestCase):
         window.open_about()
         texts = self.read_everything(window.program)
         self.assert_german(texts)
-        self.assertIn(phrases()["About Tarvo"], texts)
+        self.assertIn(german_phrases()["About Tarvo"], texts)
 
     def test_the_message_boxes(self):
         window = self.open_german_window()

@@ -44,14 +44,21 @@ def _days(moment):
     return (moment - datetime.datetime(1899, 12, 30)) / datetime.timedelta(days=1)
 
 
-@contextlib.contextmanager
-def foreign_lock(path):
-    """Holds the lock of the settings file, which is made if need be: who writes a setting waits."""
+def take_foreign_lock(path, age=datetime.timedelta()):
+    """Takes the lock of the settings file, which is made if need be, as another program would have
+    that long ago; gives the lock record."""
     path.parent.mkdir(parents=True, exist_ok=True)
-    lock = _record("another program", f"{_days(datetime.datetime.now()):.10f}")
+    lock = _record("another program", f"{_days(datetime.datetime.now() - age):.10f}")
     path.touch()
     with path.open("r+b") as file:
         file.write(lock)
+    return lock
+
+
+@contextlib.contextmanager
+def foreign_lock(path):
+    """Holds the lock of the settings file: who writes a setting waits."""
+    lock = take_foreign_lock(path)
     try:
         yield True
     finally:

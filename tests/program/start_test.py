@@ -1,5 +1,6 @@
 """How the program starts, and how it fails to."""
 
+import datetime
 import shutil
 import unittest
 
@@ -76,6 +77,11 @@ class StartsThatSucceed(StartCase):
         self.folders.settings_path.touch()
         self.close_properly(self.open_window())
         self.assertEqual(self.folders.settings()[DIRECTORY], f"{self.folders.data}/")
+
+    def test_a_lock_left_by_a_program_that_died_is_cleared(self):
+        settings_file.take_foreign_lock(self.folders.settings_path, datetime.timedelta(days=1))
+        self.close_properly(self.open_window())
+        self.assertEqual(self.folders.settings()["Tarvo_Settings_ViewMode"], "0")
 
     def test_random_bytes_in_the_settings_file_do_no_harm(self):
         self.folders.settings_path.parent.mkdir(parents=True)

@@ -17,6 +17,8 @@ class TheMainWindow(ProgramTestCase):
     def test_opens_at_its_default_place_in_large_icons(self):
         window = self.open_window()
         self.assertEqual(window.checked_view(), LARGE_ICONS)
+        for name in ("Toolbar", "Status Bar"):
+            self.assertTrue(window.entry(VIEW, name).is_checked(), name)
         self.close_properly(window)
         self.assertEqual(self.folders.settings(), {
             PREFIX + "Directory": f"{self.folders.data}/",
