@@ -14,8 +14,7 @@ namespace tarvo::qt {
 FormWindow::FormWindow(Form& form, Seam& seam, std::unique_ptr<QWidget> widget)
     : form_(form), seam_(seam), widget_(widget.release()) {
   widget_->setObjectName(ToText(form.Name));
-  widget_->installEventFilter(this);
-  // Keys reach the window before its controls.
+  // Sees the window's own events and the keys of its controls, which reach the window first.
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -42,7 +41,6 @@ void FormWindow::Repaint() {
 void FormWindow::Close() {
   closed_ = true;
   QCoreApplication::instance()->removeEventFilter(this);
-  widget_->removeEventFilter(this);
   widget_->hide();
 }
 

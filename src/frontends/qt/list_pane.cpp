@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -13,6 +14,26 @@
 #include "frontends/qt/twips.h"
 
 namespace tarvo::qt {
+
+namespace {
+
+// The text in at most two lines, the second one cut where it is too long.
+QString InTwoLines(const QString& text, const QFont& font, int width) {
+  QTextOption wrapping(Qt::AlignHCenter);
+  wrapping.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  QTextLayout layout(text, font);
+  layout.setTextOption(wrapping);
+  layout.beginLayout();
+  QTextLine first = layout.createLine();
+  if (first.isValid()) first.setLineWidth(width);
+  layout.endLayout();
+  if (!first.isValid() || first.textLength() >= text.size()) return text;
+  const QString rest = text.mid(first.textLength()).trimmed();
+  return text.left(first.textLength()).trimmed() + QChar(QChar::LineSeparator) +
+         QFontMetrics(font).elidedText(rest, Qt::ElideRight, width);
+}
+
+}  // namespace
 
 // Gives every item of the icon and list views the same size, so that they stand in a grid and a
 // long list is measured once.
@@ -22,12 +43,16 @@ class CellDelegate : public QStyledItemDelegate {
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return cell; }
   QSize cell;
 
+ private:
+  static constexpr int kTextMargins = 8;  // left and right of a name, in pixels
+
  protected:
   // Under a large icon the name begins right below it, however many lines it has.
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (option->decorationPosition == QStyleOptionViewItem::Top)
-      option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+    if (option->decorationPosition != QStyleOptionViewItem::Top) return;
+    option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+    option->text = InTwoLines(option->text, option->font, cell.width() - kTextMargins);
   }
 };
 
@@ -155,7 +180,6 @@ void ListPane::ArrangeIcons() {
   icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
   icons_->setFlow(view_ == kList ? QListView::TopToBottom : QListView::LeftToRight);
   icons_->setWrapping(true);
-  icons_->setWordWrap(large);
   icons_->setMovement(QListView::Static);
   icons_->setResizeMode(QListView::Adjust);
   icons_->setIconSize(large ? QSize(kLargeIcon, kLargeIcon) : QSize(kSmallIcon, kSmallIcon));
