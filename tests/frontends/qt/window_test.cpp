@@ -15,9 +15,6 @@ class WindowTest : public ScreenRun {
     ASSERT_TRUE(WaitFor(
         [this] { return Window().windowHandle()->frameGeometry().size() == QSize(433, 433); }));
   }
-  void Settle() {
-    screen.RunGuarded([] {});
-  }
 };
 
 TEST_F(WindowTest, OpensAtItsStandardPlace) {
@@ -166,12 +163,30 @@ TEST_F(WindowTest, AnErrorDuringAYieldEndsTheHandlerThatYields) {
   EXPECT_EQ(screen.Failure(), RuntimeError(kPermissionDenied).StandardMessage());
 }
 
-TEST_F(WindowTest, TheFirstActivationOfTheWindowSystemIsNotDeliveredAgain) {
-  StartAndSettle();
-  EXPECT_FALSE(State().FirstActivate);
-  State().FirstActivate = true;
-  Settle();
-  EXPECT_TRUE(State().FirstActivate);
+// Counts what reaches its handlers.
+class CountingWindow : public MainWindow {
+ public:
+  CountingWindow() { Place = {1000, 1000, 6500, 6500}; }
+  void Form_Activate() override { ++activations; }
+  void Form_KeyDown(int&) override { ++keys; }
+  void Form_Unload() override { ++unloads; }
+
+  int activations = 0;
+  int keys = 0;
+  int unloads = 0;
+};
+
+TEST_F(WindowTest, EachEventReachesItsHandlerOnce) {
+  CountingWindow form;
+  screen.Show(form);
+  EXPECT_EQ(form.activations, 1);
+  QWidget& window = *screen.WidgetOf(form);
+  ASSERT_TRUE(WaitFor([&] { return window.isActiveWindow() && QApplication::focusWidget(); }));
+  EXPECT_EQ(form.activations, 1) << "the window system's first activation is not a second one";
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+  EXPECT_EQ(form.keys, 1);
+  window.close();
+  EXPECT_EQ(form.unloads, 1);
 }
 
 TEST_F(WindowTest, ALaterActivationByTheUserIsDelivered) {
