@@ -55,8 +55,8 @@ Counts CountDataFiles(Run& run) {
   Platform& platform = run.globals.platform;
   Counts counts{};
   for (const FolderEntry& driver : ListFolder(platform, ".", "*.*", kDirectory)) {
-    const DataFileTree files(platform, driver.name);
-    for (std::size_t i = 0; i < counts.size(); ++i) counts[i] += files.Count(run.frontEnd, i);
+    DataFileTree files(platform, run.frontEnd, driver.name);
+    for (std::size_t i = 0; i < counts.size(); ++i) counts[i] += files.Count(i);
   }
   return counts;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -121,6 +122,11 @@ bool ReadNumber(std::string_view text, std::string_view decimalSeparator, double
 }
 
 double RoundHalfToEven(double value) { return std::nearbyint(value); }
+
+float ToSingle(double value) {
+  if (!(std::abs(value) <= std::numeric_limits<float>::max())) throw RuntimeError(kOverflow);
+  return static_cast<float>(value);
+}
 
 int ToInteger(double value) {
   const double whole = RoundHalfToEven(value);

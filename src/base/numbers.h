@@ -27,6 +27,9 @@ bool ReadNumber(std::string_view text, std::string_view decimalSeparator, double
 // The nearest whole number, halves to the even one.
 double RoundHalfToEven(double value);
 
+// The value in single precision; error 6 (overflow) when it is too large for that.
+float ToSingle(double value);
+
 // The value as a 16-bit whole number, halves to even; error 6 (overflow) outside -32768 to 32767.
 int ToInteger(double value);
 

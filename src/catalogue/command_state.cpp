@@ -20,9 +20,20 @@ constexpr MirroredCommand kMirroredCommands[] = {
     {"DriverProperties", &MainWindow::mnuFileProperties},
 };
 
+// The selected driver's folder; "" when the folder that holds `Drivers` has vanished, so that
+// nothing is found in it.
+std::string FolderOfItem(Platform& platform, const ListItem& item) {
+  constexpr std::string_view kAddFolder = "Add";
+  try {
+    return DriverFolderPath(platform, item.Key == kAddItemKey ? kAddFolder : item.Text);
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
 bool HoldsSampleFile(Platform& platform, const std::string& folder) {
   try {
-    return !ListFolder(platform, folder, "*.hvd", kHidden).empty();
+    return !folder.empty() && !ListFolder(platform, folder, "*.hvd", kHidden).empty();
   } catch (const RuntimeError&) {
     return false;  // nothing is found in a folder that cannot be listed
   }
@@ -40,10 +51,9 @@ void ResetMenu(Platform& platform, MainWindow& window) {
 }
 
 void AllowCommandsOf(Platform& platform, MainWindow& window, const ListItem& item) {
-  const std::string folder =
-      DriverFolderPath(platform, item.Key == kAddItemKey ? kAddItemKey : item.Text);
+  const std::string folder = FolderOfItem(platform, item);
   const auto holds = [&](std::string_view name) {
-    return FileExists(platform, JoinPath(folder, name));
+    return !folder.empty() && FileExists(platform, JoinPath(folder, name));
   };
   window.mnuFileDownload.Enabled = holds("Download.EXE");
   window.mnuFileUpload.Enabled = holds("Upload.EXE");

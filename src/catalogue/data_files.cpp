@@ -2,15 +2,17 @@
 
 #include "base/paths.h"
 #include "base/text.h"
-#include "platform/names.h"
 
 namespace tarvo {
 namespace {
 
 constexpr std::size_t kMostSubfolders = 101;
 
-// The hourglass while one folder is counted; the default pointer when it is done, whatever came of
-// it.
+constexpr int kDeepestLevel = 2000;
+
+// The hourglass from the start of a folder's count, the default pointer at its end: the innermost
+// folder's end shows the default though the outer ones are still being counted. A count that fails
+// ends so too, or the hourglass would stay for the rest of the run.
 class HourglassForFolder {
  public:
   explicit HourglassForFolder(FrontEnd& frontEnd) : frontEnd_(frontEnd) {
@@ -24,14 +26,6 @@ class HourglassForFolder {
   FrontEnd& frontEnd_;
 };
 
-// Whether an entry counts as a file: a link does when it leads to one.
-bool IsFile(Platform& platform, const std::string& folder, const FolderEntry& entry) {
-  if (entry.isFolder) return false;
-  if (!entry.isLink) return true;
-  const auto attributes = platform.Attributes(JoinPath(folder, entry.name));
-  return attributes && (*attributes & kDirectory) == 0;
-}
-
 std::optional<std::size_t> PatternOf(std::string_view name) {
   for (std::size_t i = 0; i < kDataFilePatterns.size(); ++i) {
     if (MatchesPattern(name, kDataFilePatterns[i])) return i;
@@ -41,23 +35,31 @@ std::optional<std::size_t> PatternOf(std::string_view name) {
 
 }  // namespace
 
-DataFileTree::DataFileTree(Platform& platform, std::string_view driver) {
-  Read(platform, JoinPath(platform.CurrentFolder(), driver), root_);
+int DataFileTree::Count(std::size_t pattern) {
+  if (!isRead_) {
+    frontEnd_.SetMousePointer(kHourglassPointer);
+    ReadAll();
+    isRead_ = true;
+  }
+  return CountFolder(root_, pattern);
+}
+
+void DataFileTree::ReadAll() {
+  try {
+    const std::string path = JoinPath(platform_.CurrentFolder(), driver_);
+    if (platform_.IsLink(path)) throw RuntimeError(kPathNotFound);
+    Read(path, 0, root_);
+  } catch (const RuntimeError& error) {
+    root_.error = error;
+  }
 }
 
 // Stops at the first failure and returns false: no count gets further than that folder.
-bool DataFileTree::Read(Platform& platform, const std::string& path, Folder& folder) {
+bool DataFileTree::Read(const std::string& path, int level, Folder& folder) {
   std::vector<std::string> subfolders;
   try {
-    for (FolderEntry& entry : platform.Entries(path)) {
-      if (entry.isHidden) continue;
-      if (entry.isFolder) {
-        subfolders.push_back(std::move(entry.name));
-      } else if (const auto pattern = PatternOf(entry.name);
-                 pattern && IsFile(platform, path, entry)) {
-        ++folder.files[*pattern];
-      }
-    }
+    if (level > kDeepestLevel) throw RuntimeError(kPathFileAccessError);
+    subfolders = ReadEntries(path, folder);
     if (subfolders.size() > kMostSubfolders) throw RuntimeError(kSubscriptOutOfRange);
   } catch (const RuntimeError& error) {
     folder.error = error;
@@ -65,22 +67,37 @@ bool DataFileTree::Read(Platform& platform, const std::string& path, Folder& fol
   }
   folder.subfolders.reserve(subfolders.size());
   for (const std::string& name : subfolders) {
-    if (!Read(platform, JoinPath(path, name), folder.subfolders.emplace_back())) return false;
+    if (!Read(JoinPath(path, name), level + 1, folder.subfolders.emplace_back())) return false;
   }
   return true;
 }
 
-int DataFileTree::Count(FrontEnd& frontEnd, std::size_t pattern) const {
-  return CountFolder(frontEnd, root_, pattern);
+// Counts the folder's own files and gives the names of its subfolders.
+std::vector<std::string> DataFileTree::ReadEntries(const std::string& path, Folder& folder) {
+  std::vector<std::string> subfolders;
+  for (FolderEntry& entry : platform_.Entries(path)) {
+    if (entry.isHidden) continue;
+    if (entry.isFolder) {
+      subfolders.push_back(std::move(entry.name));
+    } else if (const auto pattern = PatternOf(entry.name); pattern && IsFile(path, entry)) {
+      ++folder.files[*pattern];
+    }
+  }
+  return subfolders;
 }
 
-int DataFileTree::CountFolder(FrontEnd& frontEnd, const Folder& folder, std::size_t pattern) {
-  const HourglassForFolder hourglass(frontEnd);
+// A link counts as a file when it leads to one.
+bool DataFileTree::IsFile(const std::string& path, const FolderEntry& entry) {
+  if (!entry.isLink) return true;
+  const auto attributes = platform_.Attributes(JoinPath(path, entry.name));
+  return attributes && (*attributes & kDirectory) == 0;
+}
+
+int DataFileTree::CountFolder(const Folder& folder, std::size_t pattern) {
+  const HourglassForFolder hourglass(frontEnd_);
   if (folder.error) throw RuntimeError(*folder.error);
   int total = 0;
-  for (const Folder& subfolder : folder.subfolders) {
-    total += CountFolder(frontEnd, subfolder, pattern);
-  }
+  for (const Folder& subfolder : folder.subfolders) total += CountFolder(subfolder, pattern);
   return total + folder.files[pattern];
 }
 
@@ -90,7 +107,7 @@ int CSVCount(Platform& platform, FrontEnd& frontEnd, std::string_view driver,
   while (!extension.empty() && !EqualIgnoringCase(kDataFilePatterns[pattern], extension)) {
     if (++pattern == kDataFilePatterns.size()) throw RuntimeError(kInvalidProcedureCall);
   }
-  return DataFileTree(platform, driver).Count(frontEnd, pattern);
+  return DataFileTree(platform, frontEnd, driver).Count(pattern);
 }
 
 }  // namespace tarvo

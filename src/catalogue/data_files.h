@@ -17,17 +17,18 @@ inline constexpr std::array<std::string_view, 3> kDataFilePatterns{"*.csv", "*.a
 
 // A driver's folder tree with the number of its data files, read in one walk and then counted
 // pattern by pattern with the results, errors and pointer changes of as many separate walks. Hidden
-// names do not count, and no symbolic link to a folder is followed inside the driver.
+// names do not count, and no symbolic link to a folder is followed.
 class DataFileTree {
  public:
-  // Reads the tree of a driver whose folder lies in the current folder. Never fails: what cannot be
-  // read fails when it is counted.
-  DataFileTree(Platform& platform, std::string_view driver);
+  // The tree of a driver whose folder lies in the current folder.
+  DataFileTree(Platform& platform, FrontEnd& frontEnd, std::string_view driver)
+      : platform_(platform), frontEnd_(frontEnd), driver_(driver) {}
 
   // The number of files that match kDataFilePatterns[pattern] in the folder and everything below
-  // it. Shows the hourglass while counting. Error 9 when a folder has more than 101 subfolders, or
-  // the error of the folder that could not be read.
-  int Count(FrontEnd& frontEnd, std::size_t pattern) const;
+  // it; the first call reads the tree. Shows the hourglass while it works. Error 9 when a folder
+  // has more than 101 subfolders, 75 when they lie more than 2,000 levels deep, 76 for a driver
+  // that is a link, or the error of the folder that could not be read.
+  int Count(std::size_t pattern);
 
  private:
   struct Folder {
@@ -36,9 +37,16 @@ class DataFileTree {
     std::optional<RuntimeError> error;  // instead of subfolders and files
   };
 
-  static bool Read(Platform& platform, const std::string& path, Folder& folder);
-  static int CountFolder(FrontEnd& frontEnd, const Folder& folder, std::size_t pattern);
+  void ReadAll();
+  bool Read(const std::string& path, int level, Folder& folder);
+  std::vector<std::string> ReadEntries(const std::string& path, Folder& folder);
+  bool IsFile(const std::string& path, const FolderEntry& entry);
+  int CountFolder(const Folder& folder, std::size_t pattern);
 
+  Platform& platform_;
+  FrontEnd& frontEnd_;
+  std::string driver_;
+  bool isRead_ = false;
   Folder root_;
 };
 

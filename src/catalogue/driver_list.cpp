@@ -1,6 +1,7 @@
 #include "catalogue/driver_list.h"
 
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -61,10 +62,10 @@ void AddImages(Globals& globals, MainWindow& window, const std::string& name, in
 
 // Counts and versions. What fails leaves its column as it is.
 void FillSubItems(Globals& globals, const std::string& name, ListItem& item, TolerantSteps& steps) {
-  const DataFileTree files(globals.platform, name);
+  DataFileTree files(globals.platform, globals.frontEnd, name);
   for (std::size_t pattern = 0; pattern < kDataFilePatterns.size(); ++pattern) {
     steps.Try([&] {
-      std::string text = std::to_string(files.Count(globals.frontEnd, pattern));
+      std::string text = std::to_string(files.Count(pattern));
       const bool alwaysShown = pattern == 0;
       if (!alwaysShown && globals.library.ToNumber(text) == 0) text.clear();
       item.SubItems[pattern] = std::move(text);
@@ -88,6 +89,7 @@ bool AddDriver(Globals& globals, MainWindow& window, const std::string& name, in
   return !steps.ErrorPending();
 }
 
+// An empty list with its image lists attached, which hold the "Add Driver" picture only.
 void EmptyList(MainWindow& window) {
   // An image list must be detached before it is cleared.
   window.lvListView.Icons = nullptr;
@@ -107,26 +109,35 @@ void RebuildList(Globals& globals, MainWindow& window) {
       window.lvListView.Add(kAddItemKey, "(" + globals.Translate("Add Driver") + ")", 1, 1);
   addItem.StandsFirst = true;
   int imageCounter = 1;
-  EnterDriversFolder(globals.platform, window.dataPath);
+  const std::string holder = EnterDriversFolder(globals.platform, window.dataPath);
   for (const FolderEntry& driver : DriversInCurrentFolder(globals.platform)) {
     // The counter stays when anything failed, so the next driver inserts its images at the same
     // index and is seen with this one's where one of the two was missing.
     if (AddDriver(globals, window, driver.name, imageCounter + 1)) ++imageCounter;
   }
-  globals.platform.ChangeCurrentFolder("..");
+  globals.platform.ChangeCurrentFolder(holder);
   ResetMenu(globals.platform, window);
+}
+
+// The driver of that name in any letter case, an exact match first.
+std::optional<std::string> FindDriver(Platform& platform, std::string_view name) {
+  std::optional<std::string> found;
+  for (const FolderEntry& driver : DriversInCurrentFolder(platform)) {
+    if (driver.name == name) return driver.name;
+    if (!found && EqualIgnoringCase(driver.name, name)) found = driver.name;
+  }
+  return found;
 }
 
 void RefreshSelectedItem(Globals& globals, MainWindow& window) {
   ListItem* selected = window.lvListView.SelectedItem();
   if (!selected) return;
-  EnterDriversFolder(globals.platform, window.dataPath);
-  for (const FolderEntry& driver : DriversInCurrentFolder(globals.platform)) {
-    if (!EqualIgnoringCase(driver.name, selected->Text)) continue;
+  const std::string holder = EnterDriversFolder(globals.platform, window.dataPath);
+  if (const auto driver = FindDriver(globals.platform, selected->Text)) {
     TolerantSteps steps;
-    FillSubItems(globals, driver.name, *selected, steps);
+    FillSubItems(globals, *driver, *selected, steps);
   }
-  globals.platform.ChangeCurrentFolder("..");
+  globals.platform.ChangeCurrentFolder(holder);
   window.lvListView.Touch();
 }
 

@@ -17,8 +17,9 @@ inline constexpr const char* kCurrentDriver = "CURRENT";
 // Builds the driver list from the folders in `Drivers`, or, with mode "CURRENT", refreshes the
 // counts and versions of the selected item and nothing else (nothing at all without a selection).
 // While it works the current folder is `Drivers`; afterwards it is the folder that holds `Drivers`.
-// Errors in reading one driver are tolerated: what could not be read stays empty. Other errors are
-// raised, and leave the current folder where it was then.
+// Errors in reading one driver are tolerated: the columns that could not be read stay as they were,
+// which is empty in a rebuilt list. Other errors are raised, and leave the current folder where it
+// was then.
 void UpdateDriverList(Globals& globals, MainWindow& window, std::string_view mode = {});
 
 }  // namespace tarvo

@@ -12,11 +12,13 @@ namespace tarvo {
 
 // Makes the `Drivers` directory current: the nearest folder "drivers", in any letter case, in the
 // current folder or above it, except in a drive's root; else "Drivers" in the base directory, which
-// is made. A failure leaves the current folder where the search had come to.
-void EnterDriversFolder(Platform& platform, std::string_view baseDirectory);
+// is made. Gives the path of the folder that holds it. A current folder that has vanished counts as
+// one above which there is nothing. A failure leaves the current folder where the search had come
+// to.
+std::string EnterDriversFolder(Platform& platform, std::string_view baseDirectory);
 
-// The path of a driver's folder below the current folder, which is that of the program's data as a
-// rule.
+// The path of a driver's folder below the current folder, which holds the `Drivers` directory once
+// the list has been built. Error 76 when the current folder has vanished.
 std::string DriverFolderPath(Platform& platform, std::string_view driver);
 
 }  // namespace tarvo

@@ -37,7 +37,7 @@ class MainWindow : public Form {
   std::string OldExeSetting;  // kept, not otherwise used
   std::string ExeSetting;
   bool Refreshing = false;     // while packages are installed unattended
-  bool FirstActivate = false;  // until the first activation
+  bool FirstActivate = false;  // until the first activation; for nobody else to read
 
  protected:
   MainWindow();

@@ -29,6 +29,7 @@ class ForwardingPlatform : public Platform {
   std::optional<unsigned> Attributes(std::string_view path) override {
     return target_.Attributes(path);
   }
+  bool IsLink(std::string_view path) override { return target_.IsLink(path); }
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
     return target_.OpenFile(path, use);
   }

@@ -24,13 +24,18 @@ std::vector<FolderEntry> EntriesOrNone(Platform& platform, std::string_view fold
 }  // namespace
 
 std::string ResolveName(Platform& platform, std::string_view path) {
+  if (path.empty() || platform.Attributes(path)) return std::string(path);
   const std::string_view name = FileNameOf(path);
-  if (name.empty() || platform.Attributes(path)) return std::string(path);
-  const std::string_view folder = FolderOf(path);
+  const std::string_view parent = FolderOf(path);
+  if (name.empty()) {
+    return parent.size() == path.size() ? std::string(path)
+                                        : WithSeparator(ResolveName(platform, parent));
+  }
+  const std::string folder = ResolveName(platform, parent);
   for (const FolderEntry& entry : EntriesOrNone(platform, folder.empty() ? "." : folder)) {
     if (EqualIgnoringCase(entry.name, name)) return JoinPath(folder, entry.name);
   }
-  return std::string(path);
+  return JoinPath(folder, name);
 }
 
 bool FolderExists(Platform& platform, std::string_view path) {

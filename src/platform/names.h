@@ -12,11 +12,11 @@ namespace tarvo {
 // systems where case does not matter. Every look-up of a name and every listing by pattern goes
 // through these functions.
 
-// The path with its last name spelt as it stands on the disk: an exact match wins over one that
-// differs in letter case; a path that names nothing comes back as it is.
+// The path with every name spelt as it stands on the disk: an exact match wins over one that
+// differs in letter case; a name that names nothing stays as it is.
 std::string ResolveName(Platform& platform, std::string_view path);
 
-// Whether a path names a folder, a file of any kind, in any letter case of the last name. Hidden
+// Whether a path names a folder, a file of any kind, in any letter case. Hidden
 // ones count.
 bool FolderExists(Platform& platform, std::string_view path);
 bool FileExists(Platform& platform, std::string_view path);

@@ -80,6 +80,9 @@ class Platform {
   // that can be reached. Never throws.
   virtual std::optional<unsigned> Attributes(std::string_view path) = 0;
 
+  // Whether a path names a symbolic link itself, wherever that leads. Never throws.
+  virtual bool IsLink(std::string_view path) = 0;
+
   // Opens a file; 53 when it must exist and does not, 75 for a folder.
   virtual std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) = 0;
 

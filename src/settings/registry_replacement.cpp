@@ -3,7 +3,6 @@
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
-#include "platform/names.h"
 #include "platform/special_folder.h"
 #include "settings/data_file.h"
 #include "settings/trace.h"
@@ -69,13 +68,8 @@ const std::string& RegistryReplacement::RegistryDataFile() const { return dataFi
 std::string RegistryReplacement::DataFolder() {
   std::string documents = GetSpecialFolder(platform_, kCommonDocuments);
   if (documents == WithSeparator("")) documents = GetSpecialFolder(platform_, kPersonalDocuments);
-  const std::string folder = ResolveName(platform_, documents + companyName_);
-  try {
-    platform_.MakeFolder(folder);
-  } catch (const RuntimeError&) {
-    // It exists already; or it cannot be made, and then the file in it cannot be opened.
-  }
-  return WithSeparator(folder);
+  // Where it cannot be made, the file in it cannot be opened.
+  return WithSeparator(MadeFolder(platform_, documents + companyName_));
 }
 
 void RegistryReplacement::CheckKey(std::string_view key) const {

@@ -89,7 +89,7 @@ void frmDrivers::EnterDataFolder() {
 void frmDrivers::RestorePlace() {
   for (const KeptBound& kept : kKeptBounds) {
     const std::string text = globals_.Setting(*kept.key);
-    Place.*kept.bound = static_cast<float>(globals_.library.ToNumber(text));
+    Place.*kept.bound = ToSingle(globals_.library.ToNumber(text));
   }
 }
 
@@ -124,6 +124,7 @@ void frmDrivers::Form_Activate() {
 }
 
 void frmDrivers::Form_KeyDown(int& keyCode) {
+  // The setting is read at every key, as sibling programs may change it at any time.
   if (globals_.Setting(keys::kVista) == "yes" && keyCode == kKeyF1) {
     keyCode = 0;
     if (mnuHelpContents.Click) mnuHelpContents.Click();

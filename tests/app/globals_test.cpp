@@ -2,6 +2,7 @@
 
 #include "app/globals/data_folder.h"
 #include "base/runtime_error.h"
+#include "support/made_dictionary.h"
 #include "support/program_run.h"
 
 namespace tarvo::test {
@@ -35,6 +36,12 @@ TEST_F(TheProgramPaths, KeepTheSeparatorThatTheyHave) {
   EXPECT_EQ(LumetPathOf("/opt/tools/"), "/opt/tools/");
 }
 
+TEST_F(TheProgramPaths, AreStoredUnderKeysOfTheirOwn) {
+  globals.LocalRegistry().SaveSetting("Tarvo_ProgramPath", "/opt/tarvo");
+  EXPECT_EQ(LumetPathOf("/opt/lumet"), "/opt/lumet/");
+  EXPECT_EQ(globals.TarvoProgramPath, "/opt/tarvo/");
+}
+
 TEST_F(TheProgramPaths, BecomeTheSeparatorAloneWhenStoredEmpty) { EXPECT_EQ(LumetPathOf(""), "/"); }
 
 class TheDataFolder : public ProgramRun {
@@ -58,6 +65,19 @@ TEST_F(TheDataFolder, IsMadeBelowTheCommonDocuments) {
   folder.MakeFolder("documents");
   EXPECT_EQ(GetDataDirectory(globals), folder / kDataFolder + "/");
   EXPECT_TRUE(std::filesystem::is_directory(folder / kDataFolder));
+}
+
+TEST_F(TheDataFolder, IsMadeWithTheDocumentsFolderThatANewAccountLacks) {
+  platform.specialFolders = {{kPersonalDocuments, folder / "home/Documents"}};
+  folder.MakeFolder("home");
+  EXPECT_EQ(GetDataDirectory(globals), folder / "home/Documents/Halvex Limited/Halvex Tarvo/");
+  EXPECT_TRUE(std::filesystem::is_directory(folder / "home/Documents/Halvex Limited/Halvex Tarvo"));
+}
+
+TEST_F(TheDataFolder, UsesItsFoldersInAnyLetterCase) {
+  platform.specialFolders = {{kCommonDocuments, folder.MakeFolder("common")}};
+  folder.MakeFolder("common/HALVEX LIMITED/halvex tarvo");
+  EXPECT_EQ(GetDataDirectory(globals), folder / "common/HALVEX LIMITED/halvex tarvo/");
 }
 
 TEST_F(TheDataFolder, IsBelowTheUsersDocumentsWithoutCommonOnes) {
@@ -88,6 +108,20 @@ TEST_F(TheDataFolder, IsTheStoredSettingAsItStandsThoughItDoesNotExist) {
   globals.LocalRegistry().SaveSetting("Tarvo_Settings_Directory", "/no/where");
   EXPECT_EQ(GetDataDirectory(globals), "/no/where");
   EXPECT_FALSE(std::filesystem::exists("/no"));
+}
+
+// The title is translated when the dictionary is loaded and once more by the first window.
+TEST_F(TheDataFolder, IsReadUnderTheTitleOfTheMomentNotUnderThatOfTheOtherKeys) {
+  std::filesystem::current_path(folder.Path());
+  MakeDictionary(folder, PoText({{"Tarvo", "First"}, {"First", "Second"}}));
+  Globals other(platform, frontEnd, "");
+  other.OpenSettings();
+  other.translator.LoadDictionary("TARVO.DIC");
+  other.translator.TranslateWindow(window);
+  ASSERT_EQ(other.translator.AppTitle(), "First");
+  other.LocalRegistry().SaveSetting("First_settings_Directory", "/of AppTitle");
+  other.LocalRegistry().SaveSetting("Second_settings_Directory", "/of the title");
+  EXPECT_EQ(GetDataDirectory(other), "/of the title");
 }
 
 TEST_F(TheDataFolder, IsReadUnderTheKeyWithASmallSAndTheTitleOfTheMoment) {

@@ -6,9 +6,12 @@ namespace {
 
 class TheStart : public StartedRun {
  protected:
-  int ErrorNumber(std::string arguments = {}) {
+  // Each failing run has a front end of its own, which still holds the windows that were loaded.
+  int ErrorNumber() {
+    RecordingFrontEnd ownFrontEnd;
+    Tarvo own(platform, ownFrontEnd, "");
     try {
-      Start(std::move(arguments));
+      own.Start();
     } catch (const RuntimeError& error) {
       return error.Number();
     }

@@ -25,6 +25,33 @@ TEST_F(TheCommands, FollowTheToolsOfTheSelectedDriverInAnyLetterCase) {
   EXPECT_TRUE(ButtonEnabled("DriverProperties"));
 }
 
+TEST_F(TheCommands, FollowTheFolderOfADriverWhoseLetterCaseHasChanged) {
+  DriverFile("meter/Download.EXE");
+  Update();
+  Item("meter").Text = "METER";
+  Click("meter");
+  EXPECT_TRUE(window.mnuFileDownload.Enabled);
+}
+
+TEST_F(TheCommands, AreOffWhenTheDataFolderHasVanished) {
+  DriverFile("Meter/Download.EXE");
+  Update();
+  Click("Meter");
+  std::filesystem::remove_all(folder / kDataFolder);
+  Click("Meter");
+  EXPECT_FALSE(window.mnuFileDownload.Enabled);
+  EXPECT_FALSE(window.mnuFileInstallMobile.Enabled);
+  EXPECT_TRUE(window.mnuFileDelete.Enabled);
+}
+
+TEST_F(TheCommands, KeepMobileInstallationAsItWasOnARebuild) {
+  DriverFile("Meter/a.hvd");
+  Update();
+  Click("Meter");
+  Update();
+  EXPECT_TRUE(window.mnuFileInstallMobile.Enabled) << "only the other driver commands are reset";
+}
+
 TEST_F(TheCommands, OfADriverWithAFolderInAToolsPlaceStayOff) {
   Driver("Meter/Download.EXE");
   Update();

@@ -67,9 +67,8 @@ TEST_F(TheDriverImages, OfADriverWithoutAnyAreThoseOfTheNext) {
   DriverFile(name + "/driver.ICO", IconFile(5));
   const std::string firstName = first->Text;
   Update();
-  if (InFolderOrder()[0]->Text == firstName) {
-    EXPECT_EQ(LargeBytes(Item(firstName)), IconFile(5));
-  }
+  ASSERT_EQ(InFolderOrder()[0]->Text, firstName);
+  EXPECT_EQ(LargeBytes(Item(firstName)), IconFile(5));
   EXPECT_EQ(LargeBytes(Item(name)), IconFile(5));
 }
 
@@ -116,7 +115,28 @@ TEST_F(TheDriverImages, BeginWithTheAddPictureAndStayAttached) {
   EXPECT_EQ(window.imlListView.Count(), 1);
 }
 
-TEST_F(TheDriverImages, OfTwoDriversThatDifferInLetterCaseStayApart) {
+TEST_F(TheDriverImages, ShareTheNextIndexAfterATildeInTheName) {
+  Driver("A~");
+  Driver("B~");
+  Update();
+  const std::string first = InFolderOrder()[0]->Text;
+  const std::string second = InFolderOrder()[1]->Text;
+  DriverFile(first + "/driver.ICO", IconFile(1));
+  DriverFile(second + "/driver.ICO", IconFile(2));
+  Update();
+  ASSERT_EQ(InFolderOrder()[0]->Text, first);
+  EXPECT_EQ(LargeBytes(Item(first)), IconFile(2)) << "the version records have no such key";
+}
+
+TEST_F(TheDriverImages, ComeFromLargeAndSmallWhenDriverIcoIsHuge) {
+  DriverFile("Meter/driver.ICO", IconFile() + std::string(kMaxPictureBytes, '\0'));
+  DriverFile("Meter/Large.ICO", IconFile(1));
+  DriverFile("Meter/Small.BMP", BitmapFile(2));
+  Update();
+  EXPECT_EQ(LargeBytes(Item("Meter")), IconFile(1));
+}
+
+TEST_F(TheDriverImages, OfTwoDriversThatDifferInLetterCaseGoToTheOneListedFirst) {
   DriverFile("meter/driver.ICO", IconFile(1));
   DriverFile("Meter/driver.ICO", IconFile(2));
   Update();

@@ -42,12 +42,12 @@ TEST_F(TheDriverList, LeavesHiddenNamesOut) {
   EXPECT_THAT(Names(), ElementsAre("(Add Driver)"));
 }
 
-TEST_F(TheDriverList, ListsALinkToAFolderAsADriver) {
+TEST_F(TheDriverList, ListsALinkToAFolderAsADriverButDoesNotWalkThroughIt) {
   folder.WriteFile("elsewhere/one.csv");
   Driver("Meter");
   std::filesystem::create_directory_symlink(folder / "elsewhere", folder / InDrivers("Linked"));
   Update();
-  EXPECT_EQ(Item("Linked").SubItems[0], "1");
+  EXPECT_THAT(Item("Linked").SubItems, ElementsAre("", "", "", "-", "-", "-"));
 }
 
 TEST_F(TheDriverList, CountsDataFilesAtAnyDepthAndInAnyLetterCase) {
@@ -206,15 +206,65 @@ TEST_F(TheDriverList, PutsTheAddItemFirstAlsoBeforeNamesThatSortBeforeAParenthes
   EXPECT_THAT(Names(), ElementsAre("(Add Driver)", "!first", "A", "b"));
 }
 
-TEST_F(TheDriverList, ChangesThePointerAsThreeCountsDo) {
+TEST_F(TheDriverList, RefreshesFromTheExactNameWhereTwoDifferInLetterCaseOnly) {
+  DriverFile("METER/one.csv");
+  DriverFile("METER/two.csv");
   Driver("Meter");
-  Driver("Meter/Data");
+  Driver("meter");
+  Update();
+  ListItem& item = window.lvListView.ItemAt(1);
+  for (const char* name : {"METER", "Meter", "meter"}) {
+    item.Text = name;
+    window.lvListView.Select(&item);
+    Update(kCurrentDriver);
+    EXPECT_EQ(item.SubItems[0], std::string(name) == "METER" ? "2" : "0") << name;
+  }
+}
+
+TEST_F(TheDriverList, ChangesThePointerAsThreeCountsDo) {
+  Driver("Meter/A");
+  Driver("Meter/B");
   Update();
   frontEnd.pointers.clear();
   window.lvListView.Select(&Item("Meter"));
   Update(kCurrentDriver);
-  // Each count: the hourglass at the start, the default at the end of every level.
-  EXPECT_THAT(frontEnd.pointers, ElementsAre(11, 0, 11, 0, 11, 0));
+  // One count: the hourglass at the start of each of the three folders, the default at the end of
+  // each, the inner ones before the outer one.
+  EXPECT_THAT(frontEnd.pointers, ElementsAre(11, 0, 11, 0, 11, 0, 11, 0, 11, 0, 11, 0));
+}
+
+// A front end that knows what the disk is doing when.
+class WatchingPlatform : public RootedPlatform {
+ public:
+  using RootedPlatform::RootedPlatform;
+  std::vector<FolderEntry> Entries(std::string_view path) override {
+    if (frontEnd && path.ends_with("/Meter")) pointerWhileReading = frontEnd->MousePointer();
+    return RootedPlatform::Entries(path);
+  }
+  FrontEnd* frontEnd = nullptr;
+  int pointerWhileReading = -1;
+};
+
+TEST_F(TheDriverList, ShowsTheHourglassWhileItReadsTheDisk) {
+  Driver("Meter");
+  WatchingPlatform watching(folder.Path());
+  watching.specialFolders = platform.specialFolders;
+  watching.frontEnd = &frontEnd;
+  Globals other(watching, frontEnd, "");
+  other.OpenSettings();
+  UpdateDriverList(other, window);
+  EXPECT_EQ(watching.pointerWhileReading, kHourglassPointer);
+}
+
+TEST_F(TheDriverList, DoesNotWalkDeeperThanTwoThousandLevels) {
+  std::filesystem::current_path(Driver("Deep"));
+  for (int i = 0; i < 2001; ++i) {
+    std::filesystem::create_directory("d");
+    std::filesystem::current_path("d");
+  }
+  std::filesystem::current_path(folder / kDataFolder);
+  Update();
+  EXPECT_EQ(Item("Deep").SubItems[0], "");
 }
 
 class AnUnreadableSubfolder : public ListRun {

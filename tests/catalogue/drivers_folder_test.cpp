@@ -43,6 +43,61 @@ TEST_F(TheDriversDirectory, IsMadeInTheBaseDirectoryNotWhereTheSearchBegan) {
   EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
 }
 
+TEST_F(TheDriversDirectory, MayBeALinkAndIsLeftTheWayItWasEntered) {
+  folder.MakeFolder("elsewhere/Meter");
+  std::filesystem::create_directory_symlink(folder / "elsewhere", folder / InData("drivers"));
+  Update();
+  Update();
+  EXPECT_THAT(Names(), Contains("Meter"));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
+TEST_F(TheDriversDirectory, IsNotMadeBesideAFileOfThatNameInAnotherLetterCase) {
+  folder.WriteFile(InData("drivers"));
+  EXPECT_THROW(Update(), RuntimeError);
+  EXPECT_FALSE(std::filesystem::exists(folder / InData("Drivers")));
+}
+
+TEST_F(TheDriversDirectory, IsMadeAnewInTheBaseDirectoryAfterTheCurrentFolderHasVanished) {
+  Update();
+  std::filesystem::remove_all(folder / kDataFolder);
+  folder.MakeFolder(kDataFolder);
+  Update();
+  EXPECT_THAT(Names(), ::testing::ElementsAre("(Add Driver)"));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
+TEST_F(TheDriversDirectory, OfABaseDirectoryThatHasVanishedRaisesAnErrorThatNamesIt) {
+  Update();
+  std::filesystem::remove_all(folder / kDataFolder);
+  try {
+    Update();
+    FAIL() << "no error was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kPathNotFound);
+    EXPECT_THAT(error.Description(), ::testing::HasSubstr("Halvex Tarvo"));
+  }
+}
+
+TEST_F(TheDriversDirectory, IsMadeInABaseDirectoryGivenInAnotherLetterCase) {
+  window.dataPath = folder / "DOCUMENTS/halvex limited/HALVEX TARVO/";
+  std::filesystem::current_path(folder.MakeFolder("elsewhere"));
+  Update();
+  EXPECT_TRUE(std::filesystem::is_directory(folder / InData("Drivers")));
+}
+
+// Found by the search it would have been used; the search began elsewhere, so it is to be made.
+TEST_F(TheDriversDirectory, OfTheBaseDirectoryIsAnErrorWhenTheSearchDoesNotPassIt) {
+  Driver("Meter");
+  std::filesystem::current_path(folder.MakeFolder("elsewhere"));
+  try {
+    Update();
+    FAIL() << "no error was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kPathFileAccessError);
+  }
+}
+
 TEST_F(TheDriversDirectory, ThatCannotBeMadeRaisesTheErrorAndLeavesTheCurrentFolder) {
   folder.WriteFile(InData("Drivers"), "a file in its place");
   std::filesystem::current_path(folder.MakeFolder("elsewhere"));

@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "support/list_run.h"
+#include "support/made_dictionary.h"
 
 namespace tarvo::test {
 namespace {
@@ -154,6 +155,19 @@ TEST_F(TheTerminalProgram, SaysWhyDriversCannotBeListed) {
 TEST_F(TheTerminalProgram, FillsParametersIntoAPhrase) {
   EXPECT_EQ(Run({"translate", "%1 of %2", "3¦7"}).out, "3 of 7\n");
   EXPECT_EQ(Run({"translate", "Name"}).out, "Name\n");
+}
+
+TEST_F(TheTerminalProgram, TranslatesWithTheDictionaryOfTheCurrentFolder) {
+  MakeDictionary(folder, PoText({{"Name", "Bezeichnung"}, {"Tarvo", "Titel"}}), {},
+                 InData("TARVO.DIC"));
+  EXPECT_EQ(Run({"translate", "Name"}).out, "Bezeichnung\n");
+}
+
+TEST_F(TheTerminalProgram, FindsTheDataFolderUnderTheTranslatedTitle) {
+  MakeDictionary(folder, PoText({{"Tarvo", "Titel"}}), {}, InData("TARVO.DIC"));
+  Run({"settings", "set", "Titel_Settings_Directory", folder.MakeFolder("chosen")});
+  folder.MakeFolder("chosen/Drivers/Elsewhere");
+  EXPECT_THAT(Run({"drivers", "list"}).out, HasSubstr("Elsewhere"));
 }
 
 TEST_F(TheTerminalProgram, ShowsHelpAndVersion) {

@@ -227,6 +227,16 @@ TEST_P(PlatformContract, AttributesFollowLinks) {
   EXPECT_EQ(platform.Attributes("circle"), std::nullopt);
 }
 
+TEST_P(PlatformContract, TellsALinkFromWhatItLeadsTo) {
+  folder.MakeFolder("Data");
+  fs::create_symlink("Data", folder / "link");
+  fs::create_symlink("gone", folder / "broken");
+  EXPECT_TRUE(platform.IsLink("link"));
+  EXPECT_TRUE(platform.IsLink("broken"));
+  EXPECT_FALSE(platform.IsLink("Data"));
+  EXPECT_FALSE(platform.IsLink("missing"));
+}
+
 TEST_P(PlatformContract, WhatIsNotThereHasNoAttributes) {
   folder.WriteFile("plain");
   const std::string_view withNul("plain\0x", 7);

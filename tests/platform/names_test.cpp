@@ -80,9 +80,11 @@ TEST_F(ResolveNameTest, GivesAMissingNameBackAsItIs) {
   EXPECT_EQ(ResolveName(platform, folder / ""), folder / "");
 }
 
-TEST_F(ResolveNameTest, LeavesTheFoldersOnTheWayAlone) {
+TEST_F(ResolveNameTest, FindsTheFoldersOnTheWayInAnyLetterCaseToo) {
   folder.WriteFile("Meter/driver.inf");
-  EXPECT_EQ(ResolveName(platform, folder / "meter/driver.inf"), folder / "meter/driver.inf");
+  EXPECT_EQ(ResolveName(platform, folder / "METER/Driver.INF"), folder / "Meter/driver.inf");
+  EXPECT_EQ(ResolveName(platform, folder / "METER/missing"), folder / "Meter/missing");
+  EXPECT_EQ(ResolveName(platform, folder / "METER/"), folder / "Meter/");
 }
 
 TEST_F(ResolveNameTest, FindsRelativeNamesInTheCurrentFolder) {

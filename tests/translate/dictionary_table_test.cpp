@@ -8,7 +8,7 @@
 
 #include "base/runtime_error.h"
 #include "platform/forwarding_platform.h"
-#include "translate/made_dictionary.h"
+#include "support/made_dictionary.h"
 
 namespace tarvo {
 namespace {

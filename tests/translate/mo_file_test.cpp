@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/runtime_error.h"
-#include "translate/made_dictionary.h"
+#include "support/made_dictionary.h"
 
 namespace tarvo {
 namespace {

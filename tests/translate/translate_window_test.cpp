@@ -8,7 +8,7 @@
 #include "forms/controls.h"
 #include "forms/null_front_end.h"
 #include "support/hand_moved_platform.h"
-#include "translate/made_dictionary.h"
+#include "support/made_dictionary.h"
 #include "translate/translator.h"
 
 namespace tarvo {

@@ -7,7 +7,7 @@
 #include "base/runtime_error.h"
 #include "forms/null_front_end.h"
 #include "support/hand_moved_platform.h"
-#include "translate/made_dictionary.h"
+#include "support/made_dictionary.h"
 
 namespace tarvo {
 namespace {

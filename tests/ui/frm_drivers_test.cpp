@@ -1,5 +1,7 @@
 #include "ui/frm_drivers.h"
 
+#include "base/runtime_error.h"
+#include "support/made_dictionary.h"
 #include "support/started_run.h"
 
 namespace tarvo::test {
@@ -268,12 +270,38 @@ TEST_F(TheMainWindow, ReadsTheTwoSettingsThatItKeeps) {
   EXPECT_EQ(Window().ExeSetting, "new");
 }
 
+TEST_F(TheMainWindow, PrefixesItsKeysWithTheTitleThatTheFirstWindowFound) {
+  MakeDictionary(folder, PoText({{"Tarvo", "First"}, {"First", "Second"}}), {}, "start/TARVO.DIC");
+  Store("First_Settings_MainLeft", "1500");
+  Start();
+  EXPECT_EQ(Window().Place.Left, 1500);
+  Close();
+  EXPECT_EQ(Stored("First_Settings_MainTop"), "1000");
+  EXPECT_EQ(Stored("First_Settings_ViewMode"), "0");
+}
+
+TEST_F(TheMainWindow, MakesItsColumnsAsWideAsTheirTranslatedTexts) {
+  MakeDictionary(folder,
+                 PoText({{"%1 Downloads", "Dateien mit der Endung %1"}, {"Upload Version", "U"}}),
+                 {}, "start/TARVO.DIC");
+  Start();
+  const auto& columns = Window().lvListView.ColumnHeaders;
+  EXPECT_EQ(columns[2].Text, "Dateien mit der Endung ASC");
+  for (std::size_t i = 1; i < columns.size(); ++i) {
+    EXPECT_EQ(columns[i].Width, frontEnd.TextWidth(columns[i].Text)) << columns[i].Text;
+  }
+}
+
 // A window that counts how often it is unloaded.
 class Counted : public Form {
  public:
   explicit Counted(std::string name) : Form(std::move(name), "") {}
-  void Form_Unload() override { ++unloads; }
+  void Form_Unload() override {
+    ++unloads;
+    if (whenUnloaded) whenUnloaded();
+  }
   int unloads = 0;
+  std::function<void()> whenUnloaded;
 };
 
 TEST_F(TheMainWindow, UnloadsEveryOtherWindowOnceExceptTheOneLoadedFirst) {
@@ -290,6 +318,53 @@ TEST_F(TheMainWindow, UnloadsEveryOtherWindowOnceExceptTheOneLoadedFirst) {
   EXPECT_EQ(third.unloads, 1);
   EXPECT_THAT(frontEnd.LoadedForms(), ElementsAre(&first));
   EXPECT_EQ(Stored("Tarvo_Settings_ViewMode"), "0");
+}
+
+TEST_F(TheMainWindow, UnloadsTheOthersFromTheLastLoadedOnDown) {
+  Counted first("first");
+  Counted second("second");
+  Counted third("third");
+  Start();
+  std::vector<std::string> order;
+  for (Counted* form : {&first, &second, &third}) {
+    form->whenUnloaded = [&order, form] { order.push_back(form->Name); };
+    frontEnd.Load(*form);
+  }
+  Close();
+  EXPECT_THAT(order, ElementsAre("third", "second", "first"));
+}
+
+TEST_F(TheMainWindow, UnloadsNothingTwiceWhenOneWindowTakesOthersWithIt) {
+  Counted first("first");
+  Counted second("second");
+  Counted third("third");
+  Start();
+  for (Counted* form : {&first, &second, &third}) frontEnd.Load(*form);
+  third.whenUnloaded = [&] {
+    frontEnd.Unload(first);
+    frontEnd.Unload(second);
+  };
+  Close();
+  for (const Counted* form : {&first, &second, &third}) EXPECT_EQ(form->unloads, 1) << form->Name;
+}
+
+TEST_F(TheMainWindow, HasItsFirstActivationBeforeItWhenItIsNotShown) {
+  Start("/r");
+  EXPECT_TRUE(Window().FirstActivate);
+}
+
+TEST_F(TheMainWindow, CannotBeLargerThanSinglePrecisionAllows) {
+  Store("Tarvo_Settings_MainWidth", "1E39");
+  EXPECT_THROW(Start(), RuntimeError);
+}
+
+TEST_F(TheMainWindow, StartsWithItsBarsAgainThoughTheyWereHidden) {
+  Start();
+  Window().mnuViewToolbar_Click();
+  Close();
+  Start();
+  EXPECT_TRUE(Window().mnuViewToolbar.Checked);
+  EXPECT_TRUE(Window().tbToolBar.Visible);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "support/made_dictionary.h"
 #include "support/program_run.h"
 #include "ui/frm_about.h"
 #include "ui/frm_splash.h"
@@ -9,12 +10,8 @@ namespace {
 class WideFrontEnd : public NullFrontEnd {
  public:
   using NullFrontEnd::TextWidth;
-  float TextWidth(std::string_view, const Font& font) override {
-    sizes.push_back(font.Size);
-    return widthPerPoint * font.Size;
-  }
+  float TextWidth(std::string_view, const Font& font) override { return widthPerPoint * font.Size; }
   float widthPerPoint = 0;
-  std::vector<float> sizes;
 };
 
 class TheSplash : public ProgramRun {
@@ -91,6 +88,23 @@ TEST_F(TheAboutWindow, ShowsTitleVersionAndNotices) {
   EXPECT_EQ(about.lblVersion.Caption, "Version 2.1.35");
   EXPECT_EQ(about.lblDisclaimer.Caption, "Warning: ...");
   EXPECT_THAT(about.lblCopyright.Caption, ::testing::HasSubstr("Halvex Limited"));
+}
+
+TEST_F(TheAboutWindow, IsTranslatedOnceHoweverOftenItIsOpened) {
+  std::filesystem::current_path(folder.Path());
+  MakeDictionary(folder, PoText({{"About Tarvo", "OK"}, {"OK", "Warning: ..."}}));
+  globals.translator.LoadDictionary("TARVO.DIC");
+  for (int i = 0; i < 2; ++i) {
+    frontEnd.Load(about);
+    EXPECT_EQ(about.Caption, "OK");
+    EXPECT_EQ(about.cmdOK.Caption, "Warning: ...");
+    frontEnd.Unload(about);
+  }
+}
+
+TEST_F(TheAboutWindow, ClosesOnEnterAndEscapeByItsButton) {
+  EXPECT_TRUE(about.cmdOK.IsDefault);
+  EXPECT_TRUE(about.cmdOK.IsCancel);
 }
 
 TEST_F(TheAboutWindow, ClosesWithItsButton) {

@@ -78,12 +78,13 @@ std::optional<std::string> WorkingFolder() {
   return path.get();
 }
 
-// What a path names, symbolic links followed; nothing when that cannot be reached.
-std::optional<struct stat> StatusOf(std::string_view path) {
+// What a path names, symbolic links followed unless `flags` says otherwise; nothing when that
+// cannot be reached.
+std::optional<struct stat> StatusOf(std::string_view path, int flags = 0) {
   try {
     const ReachedPath reached = ReachPath(path);
     struct stat status;
-    if (::fstatat(reached.Base(), reached.rest.c_str(), &status, 0) == 0) return status;
+    if (::fstatat(reached.Base(), reached.rest.c_str(), &status, flags) == 0) return status;
   } catch (const RuntimeError&) {
     // The front of a long path cannot be entered, or the path is none.
   }
@@ -141,6 +142,11 @@ class LinuxPlatform final : public Platform {
     const std::string_view name = FileNameOf(path);
     if (name.size() > 1 && name[0] == '.' && name != "..") attributes |= kHidden;
     return attributes;
+  }
+
+  bool IsLink(std::string_view path) override {
+    const std::optional<struct stat> status = StatusOf(path, AT_SYMLINK_NOFOLLOW);
+    return status && S_ISLNK(status->st_mode);
   }
 
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {

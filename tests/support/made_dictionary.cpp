@@ -1,4 +1,4 @@
-#include "translate/made_dictionary.h"
+#include "support/made_dictionary.h"
 
 #include <gtest/gtest.h>
 
