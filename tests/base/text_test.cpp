@@ -43,6 +43,11 @@ TEST(Characters, OfACutSequenceCountByteByByte) {
   EXPECT_THAT(CodePoints("\xC3\xC3\xA9"), ElementsAre(Bad(0xC3), U'é'));
 }
 
+TEST(Characters, AreNotReadBeyondTheEndOfTheText) {
+  EXPECT_THAT(CodePoints(std::string_view("\xE2\x82\xAC", 2)), ElementsAre(Bad(0xE2), Bad(0x82)));
+  EXPECT_THAT(CodePoints(std::string_view("\xC3\xA9", 1)), ElementsAre(Bad(0xC3)));
+}
+
 TEST(Characters, WrittenLongerThanNeededAreBadBytes) {
   EXPECT_THAT(CodePoints("\xC0\x80"), ElementsAre(Bad(0xC0), Bad(0x80)));
   EXPECT_THAT(CodePoints("\xC1\xBF"), ElementsAre(Bad(0xC1), Bad(0xBF)));

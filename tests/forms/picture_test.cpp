@@ -176,6 +176,10 @@ TEST(ReadablePicture, MayHaveAShorterPalette) {
   fields.paletteEntries = 7;
   ExpectOnlyTheWholeIsReadable(MakeBitmapFile(fields), "bitmap of 7 colours");
   ExpectOnlyTheWholeIsReadable(MakeIconFile({MakeIconImage(fields)}), "icon of 7 colours");
+  fields.paletteEntries = 257;
+  EXPECT_FALSE(IsReadablePicture(MakeBitmapFile(fields))) << "more colours than 8 bits can name";
+  fields.paletteEntries = 256;
+  EXPECT_TRUE(IsReadablePicture(MakeBitmapFile(fields)));
   for (const std::uint32_t entries : {257U, 0x40000000U, 0xFFFFFFFFU}) {
     EXPECT_FALSE(IsReadablePicture(With(MakeBitmapFile(fields), 46, Little32(entries))));
   }
@@ -206,6 +210,13 @@ TEST(ReadablePicture, IsNoIconWithoutImages) {
 
 TEST(ReadablePicture, IsNoIconWithOneBrokenImage) {
   EXPECT_FALSE(IsReadablePicture(MakeIconFile({MakeIconImage({}), std::string(200, 'x')})));
+}
+
+TEST(ReadablePicture, IsNoIconWithAPngImageThatHasNoEnd) {
+  const std::string png = MakePng(16, 16);
+  EXPECT_FALSE(IsReadablePicture(MakeIconFile({png.substr(0, png.size() - 1)})));
+  EXPECT_FALSE(IsReadablePicture(MakeIconFile({png.substr(0, png.size() - 12)})));
+  EXPECT_FALSE(IsReadablePicture(MakeIconFile({With(png, png.size() - 8, "XXXX")})));
 }
 
 TEST(ReadablePicture, HasEveryImageInsideTheFile) {

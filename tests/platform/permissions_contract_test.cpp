@@ -85,7 +85,7 @@ TEST_P(PlatformContract, ALongPathNeedsNoRightToListTheFoldersOnItsWay) {
   ASSERT_GT(path.size(), static_cast<std::size_t>(PATH_MAX));
   permissions.Set("blind", 0111);
   std::string middle = "blind";
-  for (int i = 0; i < 15; ++i) {
+  for (int i = 0; i < 16; ++i) {
     middle += "/" + std::string(250, 'n');
     permissions.Set(middle, 0111);
   }
