@@ -19,7 +19,7 @@ frmAbout::frmAbout(Globals& globals) : Form("frmAbout", ""), globals_(globals) {
 // Each load starts from the design texts, so that they are translated once.
 void frmAbout::Design() {
   Caption = Phrase("About Tarvo");
-  Place = {0, 0, 6300, 4200};
+  Place = {0, 0, 6300, 3630};
 
   picIcon.Place = {300, 300, 960, 960};
   picIcon.Picture = OwnIcon("tarvo");

@@ -1,5 +1,6 @@
 #include "frontends/qt/program.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <cstdio>
 #include <memory>
@@ -15,6 +16,7 @@ constexpr const char* kPlainTitle = "Tarvo";
 void ShowFailure(const std::string& message, const std::string& title) {
   std::fprintf(stderr, "%s\n", message.c_str());
   InstallUserLanguage();
+  QApplication::restoreOverrideCursor();
   QMessageBox box(QMessageBox::Critical, ToText(title), ToLines(message), QMessageBox::Ok);
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);

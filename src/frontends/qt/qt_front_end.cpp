@@ -58,6 +58,7 @@ QWidget* QtFrontEnd::Owner() const {
 }
 
 void QtFrontEnd::SyncAll() {
+  SyncPointer();
   for (std::size_t i = 0; i < windows_.size(); ++i) {
     if (IsLoaded(windows_[i]->State())) windows_[i]->Sync();
   }
@@ -84,17 +85,21 @@ void QtFrontEnd::CloseWindow(Form& form) {
   window->deleteLater();
 }
 
+// The hourglass is shown at once, the default pointer with the next synchronisation: a handler that
+// changes between them a thousand times must not tell the display each time.
 void QtFrontEnd::PointerChanged(int pointer) {
-  if (pointer == kDefaultPointer) {
-    QApplication::restoreOverrideCursor();
-  } else if (QApplication::overrideCursor()) {
-    QApplication::changeOverrideCursor(Qt::WaitCursor);
-  } else {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-  }
+  if (pointer != kDefaultPointer) SyncPointer();
+}
+
+void QtFrontEnd::SyncPointer() {
+  const bool wanted = MousePointer() != kDefaultPointer;
+  const bool shown = QApplication::overrideCursor() != nullptr;
+  if (wanted && !shown) QApplication::setOverrideCursor(Qt::WaitCursor);
+  if (!wanted && shown) QApplication::restoreOverrideCursor();
 }
 
 void QtFrontEnd::Repaint(Form& form) {
+  SyncPointer();
   FormWindow* const window = Find(form);
   if (!window) return;
   window->Sync();

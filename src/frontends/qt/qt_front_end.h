@@ -57,6 +57,7 @@ class QtFrontEnd : public FrontEnd {
   FormWindow& WindowOf(const Form& form);
   QWidget* Owner() const;
   void SyncAll();
+  void SyncPointer();
   void WaitForDialog(const bool& finished);
 
   Dispatcher dispatcher_;

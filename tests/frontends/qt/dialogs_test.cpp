@@ -135,7 +135,7 @@ TEST_F(DialogsTest, TheAboutWindowShowsTitleAndVersionUntilItIsClosed) {
     WhenDialogAppears([&](QWidget& about) {
       seen = true;
       EXPECT_EQ(about.windowTitle(), "About Tarvo");
-      EXPECT_EQ(about.size(), QSize(420, 280));
+      EXPECT_EQ(about.size(), QSize(420, 242));
       EXPECT_EQ(about.findChild<QLabel*>("lblTitle")->text(), "Tarvo");
       EXPECT_EQ(about.findChild<QLabel*>("lblVersion")->text().toStdString(), VersionText());
       if (byKey) {

@@ -218,6 +218,7 @@ TEST_F(WindowTest, ThePointerIsOneValue) {
   ASSERT_TRUE(QApplication::overrideCursor());
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
   screen.SetMousePointer(kDefaultPointer);
+  screen.Yield();
   EXPECT_FALSE(QApplication::overrideCursor());
 }
 
