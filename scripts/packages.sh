@@ -40,6 +40,7 @@ kVirtualDisplayPackages=(
 kTestPackages=(
   clang-format
   clang-tidy
+  locales
   libarchive-tools
   p7zip-full
   unzip
