@@ -1,0 +1,90 @@
+#include "tools/tool.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+#include "app/globals/settings_keys.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "platform/names.h"
+
+namespace tarvo::tools {
+
+namespace {
+
+constexpr const char* kMaker = "Halvex Limited";
+
+std::vector<std::string> Arguments(int argc, char** argv) {
+  std::vector<std::string> arguments;
+  if (const char* words = std::getenv(kOptionsVariable)) {
+    std::istringstream stream(words);
+    for (std::string word; stream >> word;) arguments.push_back(word);
+  }
+  for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
+  return arguments;
+}
+
+}  // namespace
+
+Tool::Tool(Platform& platform, std::string driverFolder)
+    : platform_(platform), driverFolder_(std::move(driverFolder)), settings_(platform) {
+  settings_.OpenLocalRegistry(kMaker);
+}
+
+std::string Tool::DriverName() const { return std::string(FileNameOf(driverFolder_)); }
+
+DriverDescription Tool::Description() {
+  return ReadDescription(ReadWholeFile(platform_, JoinPath(driverFolder_, "driver.inf")));
+}
+
+void Tool::RecordVersion(std::string_view suffix) {
+  const std::string version = Description().version;
+  if (version.empty()) {
+    throw RuntimeError(kInvalidProcedureCall, "The file \"driver.inf\" names no version");
+  }
+  const std::string key = std::string(keys::kToolVersion.name) + DriverName();
+  settings_.SaveSetting(key + std::string(suffix), version);
+}
+
+std::optional<ToolOptions> ReadOptions(const std::vector<std::string>& arguments) {
+  ToolOptions options;
+  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+    if (EqualIgnoringCase(*argument, "/v")) {
+      options.recordsVersion = true;
+    } else if (*argument == "--fail") {
+      options.fails = true;
+    } else if (*argument == "--close") {
+      options.closes = true;
+    } else if (*argument == "--seconds" && argument + 1 != arguments.end()) {
+      if (!ReadNumber(*++argument, ".", options.seconds)) return std::nullopt;
+      if (!(options.seconds >= 0 && options.seconds <= 3600)) return std::nullopt;
+    } else {
+      return std::nullopt;
+    }
+  }
+  return options;
+}
+
+int RunTool(std::string_view versionSuffix, int argc, char** argv,
+            const std::function<int(Tool&, const ToolOptions&)>& showWindow) {
+  const auto options = ReadOptions(Arguments(argc, argv));
+  if (!options) {
+    std::cerr << "Usage: " << FileNameOf(argv[0]) << " [/v] [--seconds N] [--fail] [--close]\n";
+    return 2;
+  }
+  try {
+    Tool tool(SystemPlatform(), SystemPlatform().ProgramFolder());
+    if (!options->recordsVersion) return showWindow(tool, *options);
+    tool.RecordVersion(versionSuffix);
+    return 0;
+  } catch (const RuntimeError& error) {
+    std::cerr << FileNameOf(argv[0]) << ": " << error.Description() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace tarvo::tools
