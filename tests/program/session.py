@@ -8,6 +8,7 @@ import pathlib
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 
 from waiting import wait_until
@@ -198,6 +199,7 @@ def shared():
     """The session of this process, started at the first call and closed when the process ends."""
     global _shared
     if _shared is None:
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # the files go then, too
         _shared = Session()
         atexit.register(_shared.close)
     return _shared
