@@ -1,10 +1,143 @@
 #include "archive/package.h"
 
+#include <algorithm>
+#include <array>
+
+#include "archive/content_store.h"
+#include "archive/directory.h"
+#include "archive/folder_tree.h"
+#include "archive/invalid_package.h"
+#include "archive/member_reader.h"
+#include "archive/unpacking.h"
 #include "base/runtime_error.h"
+#include "base/text.h"
 
 namespace tarvo {
+namespace {
 
-class Package::Contents {};
+constexpr std::string_view kDescription = "driver.inf";
+
+// What is kept in memory altogether, and what of it each member's table rows may take.
+constexpr std::uint64_t kMostKept = std::uint64_t{48} * 1024 * 1024;
+constexpr std::uint64_t kMemberRows = 160;
+
+std::uint64_t RoomForContents(const Directory& directory) {
+  const std::uint64_t tables = directory.members.size() * kMemberRows + directory.names.size();
+  return kMostKept - std::min(kMostKept, tables);
+}
+
+// Takes contents and lets them go.
+class NoSink final : public ByteSink {
+ public:
+  std::span<char> Room() override { return buffer_; }
+  void Take(std::size_t) override {}
+
+ private:
+  std::array<char, std::size_t{64} * 1024> buffer_;
+};
+
+class FileSink final : public ByteSink {
+ public:
+  explicit FileSink(File& file) : file_(file) {}
+  std::span<char> Room() override { return buffer_; }
+  void Take(std::size_t count) override {
+    file_.WriteAt(written_, {buffer_.data(), count});
+    written_ += count;
+  }
+
+ private:
+  File& file_;
+  std::uint64_t written_ = 0;
+  std::array<char, std::size_t{64} * 1024> buffer_;
+};
+
+}  // namespace
+
+// An open package: what its directory says, and what has been verified.
+class Package::Contents {
+ public:
+  explicit Contents(std::unique_ptr<File> file)
+      : window_(std::move(file)),
+        directory_(ReadDirectory(window_)),
+        store_(RoomForContents(directory_)),
+        reader_(window_) {}
+
+  void CheckDescription() {
+    for (Member& member : directory_.members) {
+      if (!member.isFolder && EqualIgnoringCase(directory_.PathOf(member), kDescription)) {
+        Verify(member);
+        return;
+      }
+    }
+    throw InvalidPackage("The package has no \"driver.inf\" in its root.");
+  }
+
+  void CheckAll() {
+    tree_ = BuildTree(directory_);
+    std::vector<std::uint32_t> order(directory_.members.size());
+    for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
+    std::sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
+      return directory_.members[a].header < directory_.members[b].header;
+    });
+    std::uint64_t end = 0;
+    for (const std::uint32_t number : order) {
+      Member& member = directory_.members[number];
+      if (member.header < end) {
+        throw InvalidPackage(directory_.PathOf(member), "overlaps another member");
+      }
+      Verify(member);
+      end = member.end;
+    }
+  }
+
+  void Unpack(Platform& platform, std::string_view folder, bool isFlat) {
+    if (isFlat) {
+      const FolderTree flat = BuildFlatTree(directory_);
+      Unpack(platform, folder, flat);
+    } else {
+      Unpack(platform, folder, tree_);
+    }
+  }
+
+ private:
+  void Verify(Member& member) {
+    if (member.isVerified) return;
+    if (store_.HasRoomFor(member.size)) {
+      const std::uint64_t start = store_.End();
+      member.end = reader_.Read(directory_, member, store_);
+      member.content = start;
+    } else {
+      NoSink sink;
+      member.end = reader_.Read(directory_, member, sink);
+    }
+    member.isVerified = true;
+  }
+
+  void Unpack(Platform& platform, std::string_view folder, const FolderTree& tree) {
+    Unpacking unpacking(platform, directory_, tree);
+    unpacking.Run(folder, [this](std::uint32_t number, File& file) { Write(number, file); });
+  }
+
+  void Write(std::uint32_t number, File& file) {
+    const Member& member = directory_.members[number];
+    if (member.content == Member::kNotKept) {
+      FileSink sink(file);
+      reader_.Read(directory_, member, sink);
+      return;
+    }
+    std::uint64_t written = 0;
+    store_.Read(member.content, member.size, [&](std::string_view bytes) {
+      file.WriteAt(written, bytes);
+      written += bytes.size();
+    });
+  }
+
+  FileWindow window_;
+  Directory directory_;
+  FolderTree tree_;
+  ContentStore store_;
+  MemberReader reader_;
+};
 
 Package::Package(Platform& platform, std::string_view path, PackageKind kind)
     : platform_(platform), path_(path), kind_(kind) {}
@@ -13,15 +146,31 @@ Package::~Package() = default;
 
 std::optional<PackageFault> Package::Check() {
   contents_.reset();
-  return PackageFault{"", "Packages cannot be read yet."};
+  try {
+    auto contents = std::make_unique<Contents>(platform_.OpenFile(path_, OpenFor::kReading));
+    if (kind_ == PackageKind::kDriver) contents->CheckDescription();
+    contents->CheckAll();
+    contents_ = std::move(contents);
+    return std::nullopt;
+  } catch (const InvalidPackage& invalid) {
+    return invalid.Fault();
+  } catch (const RuntimeError& error) {
+    return PackageFault{"", "The package cannot be read: " + error.Description() + "."};
+  }
 }
 
-void Package::Unpack(std::string_view) {
-  if (!contents_) throw RuntimeError(kInvalidProcedureCall);
-}
+void Package::Unpack(std::string_view folder) { Unpack(folder, false); }
 
-void Package::UnpackFlat(std::string_view) {
+void Package::UnpackFlat(std::string_view folder) { Unpack(folder, true); }
+
+void Package::Unpack(std::string_view folder, bool isFlat) {
   if (!contents_) throw RuntimeError(kInvalidProcedureCall);
+  try {
+    contents_->Unpack(platform_, folder, isFlat);
+  } catch (const InvalidPackage& changed) {
+    throw RuntimeError(kInvalidFileFormat,
+                       "The package has changed since it was checked: " + changed.Fault().sentence);
+  }
 }
 
 }  // namespace tarvo

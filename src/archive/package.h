@@ -60,6 +60,8 @@ class Package {
  private:
   class Contents;
 
+  void Unpack(std::string_view folder, bool isFlat);
+
   Platform& platform_;
   std::string path_;
   PackageKind kind_;

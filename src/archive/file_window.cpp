@@ -1,0 +1,32 @@
+#include "archive/file_window.h"
+
+#include <algorithm>
+
+namespace tarvo {
+
+FileWindow::FileWindow(std::unique_ptr<File> file) : file_(std::move(file)), size_(file_->Size()) {}
+
+bool FileWindow::Holds(std::uint64_t offset, std::size_t count) const {
+  return offset >= start_ && offset - start_ <= buffer_.size() &&
+         buffer_.size() - (offset - start_) >= count;
+}
+
+void FileWindow::Fill(std::uint64_t offset) {
+  buffer_.clear();
+  buffer_ = file_->ReadAt(offset, kBytes);
+  start_ = offset;
+}
+
+std::string_view FileWindow::At(std::uint64_t offset, std::size_t count) {
+  if (!Holds(offset, count)) Fill(offset);
+  return std::string_view(buffer_).substr(offset - start_, count);
+}
+
+std::string_view FileWindow::Piece(std::uint64_t offset, std::uint64_t most) {
+  if (most == 0) return {};
+  if (!Holds(offset, 1)) Fill(offset);
+  const std::string_view rest = std::string_view(buffer_).substr(offset - start_);
+  return rest.substr(0, static_cast<std::size_t>(std::min<std::uint64_t>(most, rest.size())));
+}
+
+}  // namespace tarvo

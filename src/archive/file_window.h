@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/file.h"
+
+namespace tarvo {
+
+// A file read through one buffer, so that many small reads that follow each other cost few calls
+// and a file of any size costs the same memory. Throws what File::ReadAt throws.
+class FileWindow {
+ public:
+  static constexpr std::size_t kBytes = std::size_t{256} * 1024;
+
+  explicit FileWindow(std::unique_ptr<File> file);
+
+  // The file's length when it was opened.
+  std::uint64_t Size() const { return size_; }
+
+  // `count` bytes (at most kBytes) from `offset`; fewer only where the file ends. They stay until
+  // the next call.
+  std::string_view At(std::uint64_t offset, std::size_t count);
+
+  // As many bytes from `offset` as are at hand, at least one and at most `most`; none only where
+  // the file ends. They stay until the next call.
+  std::string_view Piece(std::uint64_t offset, std::uint64_t most);
+
+ private:
+  bool Holds(std::uint64_t offset, std::size_t count) const;
+  void Fill(std::uint64_t offset);
+
+  std::unique_ptr<File> file_;
+  std::uint64_t size_;
+  std::string buffer_;
+  std::uint64_t start_ = 0;  // where the buffer's first byte stands in the file
+};
+
+}  // namespace tarvo
