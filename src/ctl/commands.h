@@ -45,5 +45,7 @@ void SetSetting(CommandRun& run);
 void DeleteSetting(CommandRun& run);
 void ListDrivers(CommandRun& run);
 void TranslatePhrase(CommandRun& run);
+void CheckPackages(CommandRun& run);
+void UnpackPackage(CommandRun& run);
 
 }  // namespace tarvo

@@ -22,7 +22,7 @@ std::string JsonObject(const std::string& file, const std::optional<PackageFault
   return result + ", \"reason\": " + JsonString(fault->sentence) + "}";
 }
 
-std::string Line(const std::string& file, const std::optional<PackageFault>& fault) {
+std::string VerdictLine(const std::string& file, const std::optional<PackageFault>& fault) {
   return OneLine(file) + ": " + (fault ? OneLine(fault->sentence) : "The package is valid.");
 }
 
@@ -38,7 +38,7 @@ void CheckPackages(CommandRun& run) {
     if (run.json) {
       run.out << (isFirst ? "[\n  " : ",\n  ") << JsonObject(file, fault);
     } else {
-      run.out << Line(file, fault) << '\n';
+      run.out << VerdictLine(file, fault) << '\n';
     }
     isFirst = false;
   }
@@ -54,7 +54,7 @@ void UnpackPackage(CommandRun& run) {
   const std::string path = ResolveName(platform, run.arguments[0]);
   Package package(platform, path, KindOf(path));
   if (const auto fault = package.Check()) {
-    throw CommandFailure(Line(run.arguments[0], fault));
+    throw CommandFailure(VerdictLine(run.arguments[0], fault));
   }
   package.Unpack(run.arguments[1]);
 }

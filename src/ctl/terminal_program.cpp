@@ -1,6 +1,7 @@
 #include "ctl/terminal_program.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "app/globals/version.h"
 #include "base/runtime_error.h"
@@ -11,6 +12,7 @@
 namespace tarvo {
 namespace {
 
+constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 constexpr std::string_view kJsonOption = "--json";
 
 std::string CallOf(const Command& command) {
@@ -85,6 +87,10 @@ const std::vector<Command>& AllCommands() {
        DeleteSetting},
       {"drivers list", "", 0, 0, true, "list the installed drivers as the window does",
        ListDrivers},
+      {"package check", "FILE...", 1, kAnyNumber, true,
+       "check driver packages; .pkg needs no driver.inf", CheckPackages},
+      {"package unpack", "FILE FOLDER", 2, 2, false, "check a package and unpack it into a folder",
+       UnpackPackage},
       {"translate", "PHRASE [PARAMETERS]", 1, 2, false, "translate a phrase", TranslatePhrase},
   };
   return commands;
