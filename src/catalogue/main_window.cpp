@@ -137,6 +137,10 @@ void MainWindow::DesignOthers() {
   dlgCommonDialog.FileName = "*.drv";
   dlgCommonDialog.Filter = Phrase("Driver Files (*.drv)");
 
+  Enter(file_drivers, "file_drivers");
+  file_drivers.Pattern = kPackagePattern;
+  file_drivers.Visible = false;
+
   Enter(tmrStuff, "tmrStuff");
   tmrStuff.Interval = kClockInterval;
 }

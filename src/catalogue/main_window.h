@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "catalogue/package_list.h"
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "forms/list_view.h"
@@ -31,10 +32,12 @@ class MainWindow : public Form {
   ImageList imlListView, imlSListView;  // large and small icons of the list
   ImageControl imgNew, imgSNew;         // hidden: the "Add Driver" item's pictures
   CommonDialog dlgCommonDialog;
+  FileListBox file_drivers;  // hidden: the packages in the base directory
   Timer tmrStuff;
 
-  std::string dataPath;       // the data folder, also the base directory
-  std::string OldExeSetting;  // kept, not otherwise used
+  PackageList DriverFileList;  // program-wide: the packages to install
+  std::string dataPath;        // the data folder, also the base directory
+  std::string OldExeSetting;   // kept, not otherwise used
   std::string ExeSetting;
   bool Refreshing = false;     // while packages are installed unattended
   bool FirstActivate = false;  // until the first activation; for nobody else to read

@@ -1,6 +1,10 @@
 #include "forms/controls.h"
 
+#include <algorithm>
+
 #include "base/runtime_error.h"
+#include "base/text.h"
+#include "platform/names.h"
 
 namespace tarvo {
 
@@ -25,6 +29,18 @@ ToolbarButton& Toolbar::ButtonByKey(std::string_view key) {
     if (button.Key == key) return button;
   }
   throw RuntimeError(kElementNotFound);
+}
+
+void FileListBox::Refresh(Platform& platform) {
+  Entries.clear();
+  ListIndex = -1;
+  for (FolderEntry& file : ListFolder(platform, Path, Pattern, kNormal)) {
+    Entries.push_back({std::move(file.name), false});
+  }
+  std::sort(Entries.begin(), Entries.end(), [](const Entry& a, const Entry& b) {
+    const int order = CompareIgnoringCase(a.Name, b.Name);
+    return order != 0 ? order < 0 : a.Name < b.Name;
+  });
 }
 
 }  // namespace tarvo

@@ -7,6 +7,7 @@
 
 #include "forms/control.h"
 #include "forms/picture.h"
+#include "platform/platform.h"
 
 namespace tarvo {
 
@@ -107,15 +108,27 @@ class Line : public Control {
   std::vector<std::string*> TranslatableTexts() override { return {}; }
 };
 
-// Lists the files of a folder that match a pattern. The folder itself is read by those who use the
-// control.
+// Lists the files of a folder that match a pattern.
 class FileListBox : public Control {
  public:
   std::vector<std::string*> TranslatableTexts() override { return {&ToolTipText}; }
 
+  // Reads the plain files of Path that match Pattern, hidden ones excepted, and sorts them by name,
+  // letter case ignored. Nothing is selected or current afterwards. Raises what listing a folder
+  // raises, and is empty then.
+  void Refresh(Platform& platform);
+
+  struct Entry {
+    std::string Name;
+    bool Selected = false;
+  };
+
   std::string ToolTipText;
   std::string Path;
   std::string Pattern = "*.*";
+  std::vector<Entry> Entries;
+  int ListIndex = -1;  // the current entry, counted from 0; -1 for none
+  std::function<void()> DblClick;
 };
 
 class CommonDialog : public Control {

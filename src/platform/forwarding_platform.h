@@ -41,6 +41,10 @@ class ForwardingPlatform : public Platform {
   }
   void RemoveFile(std::string_view path) override { target_.RemoveFile(path); }
   void RemoveFolder(std::string_view path) override { target_.RemoveFolder(path); }
+  int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
+                   StartWindow window) override {
+    return target_.StartProcess(program, arguments, window);
+  }
   double Now() override { return target_.Now(); }
   double SecondsSinceMidnight() override { return target_.SecondsSinceMidnight(); }
   std::string ShortDate(CalendarDate date) override { return target_.ShortDate(date); }

@@ -31,6 +31,10 @@ enum Attribute : unsigned {
   kDirectory = 16,
 };
 
+// How a started program's window is to appear: a wish, since the windowing system may know no such
+// request.
+enum class StartWindow { kNormal, kMinimised };
+
 struct CalendarDate {
   int year;
   int month;  // 1 to 12
@@ -103,6 +107,14 @@ class Platform {
 
   // Removes an empty folder; 75 when something is in it or it is none, 76 when it is missing.
   virtual void RemoveFolder(std::string_view path) = 0;
+
+  // Starts a program in a process of its own, which lives on when this one ends, with the current
+  // folder as its working folder. Programs of this system and scripts are run directly, programs
+  // for Windows through an interpreter where one is installed. Gives the process's identifier. 53
+  // when the program or what must run it is missing, 70 when it may not be executed, 5 when it is
+  // none.
+  virtual int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
+                           StartWindow window) = 0;
 
   // Local date and time: days since 30 December 1899, the time of day as the fraction.
   virtual double Now() = 0;

@@ -13,6 +13,7 @@ struct MenuCommand {
 };
 
 inline constexpr MenuCommand kMenuCommands[] = {
+    {&MainWindow::mnuFileOpen, &frmDrivers::mnuFileOpen_Click},
     {&MainWindow::mnuFileRename, &frmDrivers::mnuFileRename_Click},
     {&MainWindow::mnuFileClose, &frmDrivers::mnuFileClose_Click},
     {&MainWindow::mnuViewToolbar, &frmDrivers::mnuViewToolbar_Click},

@@ -30,7 +30,10 @@ constexpr KeptBound kKeptBounds[] = {
 
 }  // namespace
 
-frmDrivers::frmDrivers(Globals& globals) : globals_(globals), about_(globals) { ConnectHandlers(); }
+frmDrivers::frmDrivers(Globals& globals, Form& splash)
+    : globals_(globals), splash_(splash), about_(globals), stdDrivers_(globals, DriverFileList) {
+  ConnectHandlers();
+}
 
 void frmDrivers::ConnectHandlers() {
   for (const MenuCommand& command : kMenuCommands) {
@@ -42,6 +45,8 @@ void frmDrivers::ConnectHandlers() {
     };
   }
   tbToolBar.ButtonClick = [this](const ToolbarButton& button) { tbToolBar_ButtonClick(button); };
+  lvListView.DblClick = [this] { lvListView_DblClick(); };
+  lvListView.KeyPress = [this](int& keyAscii) { lvListView_KeyPress(keyAscii); };
   lvListView.ItemClick = [this](ListItem& item) { lvListView_ItemClick(item); };
   tmrStuff.Tick = [this] { tmrStuff_Timer(); };
 }
@@ -61,6 +66,15 @@ void frmDrivers::Form_Load() {
   if (!IsLoaded()) return;  // closed by the user during that yield
   tbToolBar.Press(lvListView.View() + kFirstViewButton);
   mnuListViewMode_Click(lvListView.View());
+  if (globals_.ArgumentsAre("/a")) StartWithAddingDrivers();
+}
+
+void frmDrivers::StartWithAddingDrivers() {
+  RefreshDrivers();
+  if (!IsLoaded()) return;
+  lvListView.Select(&lvListView.ItemAt(0));
+  globals_.frontEnd.Unload(splash_);
+  lvListView_DblClick();
 }
 
 void frmDrivers::SetColumnTexts() {

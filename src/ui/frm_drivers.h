@@ -5,13 +5,15 @@
 #include "app/globals/globals.h"
 #include "catalogue/main_window.h"
 #include "ui/frm_about.h"
+#include "ui/frm_std_drivers.h"
 
 namespace tarvo {
 
 // The main window: its handlers. Their names are control + "_" + event.
 class frmDrivers : public MainWindow {
  public:
-  explicit frmDrivers(Globals& globals);
+  // `splash` is on the screen while this window loads.
+  frmDrivers(Globals& globals, Form& splash);
 
   // Translates the window, enters the data folder, restores position and size, builds the list and
   // shows the window (not in a silent refresh). Without a handler of its own: a failure ends the
@@ -27,6 +29,16 @@ class frmDrivers : public MainWindow {
   // Lays the controls out in the window's inner area.
   void SizeControls();
 
+  // Installs the packages in the base directory whose drivers are installed already, without
+  // asking. Meanwhile an activation closes the window. Error 5 for a package file without "_" in
+  // its name.
+  void RefreshDrivers();
+
+  // Shows the Add Driver window when the current folder holds packages; otherwise the package list
+  // stays as the last use left it. Always gives "".
+  std::string StandardDrivers();
+
+  void mnuFileOpen_Click();
   void mnuFileRename_Click();
   void mnuFileClose_Click();
   void mnuViewToolbar_Click();
@@ -37,6 +49,8 @@ class frmDrivers : public MainWindow {
   void mnuViewOptions_Click();
   void mnuHelpAbout_Click();
 
+  void lvListView_DblClick();
+  void lvListView_KeyPress(int& keyAscii);
   void lvListView_ItemClick(ListItem& item);
   void tbToolBar_ButtonClick(const ToolbarButton& button);
   void tmrStuff_Timer();
@@ -48,10 +62,15 @@ class frmDrivers : public MainWindow {
   void RestorePlace();
   void RestoreView();
   void SavePlace();
+  void AddDrivers();
+  bool ChooseFromDisk(std::string& package);
+  void StartWithAddingDrivers();
   bool IsLoaded() const { return globals_.frontEnd.IsLoaded(*this); }
 
   Globals& globals_;
+  Form& splash_;
   frmAbout about_;
+  frmStdDrivers stdDrivers_;
 };
 
 }  // namespace tarvo

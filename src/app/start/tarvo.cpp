@@ -5,7 +5,7 @@
 namespace tarvo {
 
 Tarvo::Tarvo(Platform& platform, FrontEnd& frontEnd, std::string arguments)
-    : globals_(platform, frontEnd, std::move(arguments)), splash_(globals_), mainForm_(globals_) {}
+    : globals_(platform, frontEnd, std::move(arguments)), splash_(globals_), mainForm_(globals_, splash_) {}
 
 AfterStart Tarvo::Start() {
   // The version report needs nothing of what follows: no settings, no dictionary, no window.
@@ -19,7 +19,10 @@ AfterStart Tarvo::Start() {
   frontEnd.Repaint(splash_);
   frontEnd.Load(mainForm_);
   frontEnd.Unload(splash_);
-  if (globals_.ArgumentsAre("/r")) return AfterStart::kEnd;
+  if (globals_.ArgumentsAre("/r")) {
+    mainForm_.RefreshDrivers();
+    return AfterStart::kEnd;
+  }
   if (!frontEnd.IsLoaded(mainForm_)) return AfterStart::kEnd;  // closed while it was loading
   frontEnd.Show(mainForm_);
   return AfterStart::kEventLoop;

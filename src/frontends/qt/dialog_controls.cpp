@@ -9,7 +9,6 @@
 #include "frontends/qt/twips.h"
 
 namespace tarvo::qt {
-namespace {
 
 void SyncBasics(QWidget& widget, const Control& control) {
   if (widget.objectName().isEmpty()) widget.setObjectName(ToText(control.Name));
@@ -17,8 +16,6 @@ void SyncBasics(QWidget& widget, const Control& control) {
   widget.setEnabled(control.Enabled);
   widget.setVisible(control.Visible);
 }
-
-}  // namespace
 
 LabelWidget::LabelWidget(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);

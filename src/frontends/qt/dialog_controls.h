@@ -8,6 +8,9 @@
 
 namespace tarvo::qt {
 
+// What every control has: its name, its place, whether it is enabled and seen.
+void SyncBasics(QWidget& widget, const Control& control);
+
 // The widgets of small windows. Each brings itself in line with the state of one control.
 
 class LabelWidget : public QLabel {

@@ -9,6 +9,8 @@
 #include <memory>
 
 #include "frontends/qt/dialog_controls.h"
+#include "frontends/qt/file_list_widget.h"
+#include "frontends/qt/text.h"
 #include "frontends/qt/twips.h"
 
 namespace tarvo::qt {
@@ -60,12 +62,19 @@ void DialogWindow::Add(Control& control) {
     Keep(*image, new ImageWidget(parent));
   } else if (auto* line = dynamic_cast<Line*>(&control)) {
     Keep(*line, new LineWidget(parent));
+  } else if (auto* files = dynamic_cast<FileListBox*>(&control)) {
+    auto* const drawn = new FileListWidget(*files, parent);
+    connect(drawn, &QListWidget::itemDoubleClicked, this,
+            [this, files] { seam_.dispatcher.Run(files->DblClick); });
+    drawn->setAccessibleName(ToText(form_.Caption));
+    drawn->setFocus();
+    Keep(*files, drawn);
   } else if (auto* button = dynamic_cast<Button*>(&control)) {
     auto* const drawn = new ButtonWidget(parent);
     connect(drawn, &QPushButton::clicked, this,
             [this, button] { seam_.dispatcher.Run(button->Click); });
     if (button->IsCancel) static_cast<DialogWidget*>(parent)->cancel = drawn;
-    if (button->IsDefault) drawn->setFocus();
+    if (button->IsDefault && !parent->focusWidget()) drawn->setFocus();
     Keep(*button, drawn);
   }
 }

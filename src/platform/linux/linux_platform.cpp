@@ -16,6 +16,7 @@
 #include "platform/linux/folder_listing.h"
 #include "platform/linux/linux_file.h"
 #include "platform/linux/long_path.h"
+#include "platform/linux/processes.h"
 #include "platform/linux/special_folders.h"
 #include "platform/platform.h"
 
@@ -184,6 +185,11 @@ class LinuxPlatform final : public Platform {
     const bool isThere =
         ::fstatat(reached.Base(), reached.rest.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
     throw FolderError(code == ENOTDIR && isThere ? EEXIST : code, path);
+  }
+
+  int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
+                   StartWindow) override {
+    return StartLinuxProcess(program, arguments);
   }
 
   double Now() override {

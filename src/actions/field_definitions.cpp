@@ -1,0 +1,154 @@
+#include "actions/field_definitions.h"
+
+#include <vector>
+
+#include "base/paths.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "platform/names.h"
+
+namespace tarvo {
+namespace {
+
+constexpr std::uint64_t kLargestSample = 16 * 1024 * 1024;
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kBlanks = " \t\r\n\v\f";
+
+bool IsWordCharacter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+// What is left of a name when everything up to its last "(" is taken away, and a ")" at the end. A
+// "(" that is the name's first character stays.
+std::string_view UnitIn(std::string_view name) {
+  const std::size_t open = name.rfind('(');
+  if (open != 0 && open != std::string_view::npos) name.remove_prefix(open + 1);
+  if (name.ends_with(')')) name.remove_suffix(1);
+  return name;
+}
+
+// The name without what stands between its first "(" and a ")" at its end, and the blanks before
+// it. A pair with nothing in it stays.
+std::string_view WithoutUnit(std::string_view name) {
+  const std::size_t open = name.find('(');
+  if (name.ends_with(')') && open + 2 < name.size()) name = name.substr(0, open);
+  return name.substr(0, name.find_last_not_of(kBlanks) + 1);
+}
+
+std::string WordCharactersOf(std::string_view name) {
+  std::string result;
+  for (const char c : name) {
+    if (IsWordCharacter(c)) result += c;
+  }
+  return result;
+}
+
+std::vector<std::string_view> Split(std::string_view line) {
+  std::vector<std::string_view> fields;
+  for (std::size_t start = 0;;) {
+    const std::size_t end = line.find('|', start);
+    fields.push_back(line.substr(start, end - start));
+    if (end == std::string_view::npos) return fields;
+    start = end + 1;
+  }
+}
+
+// The lines of a text that count, whatever their ends.
+std::vector<std::string_view> CountedLines(std::string_view text) {
+  std::vector<std::string_view> lines;
+  while (!text.empty()) {
+    const std::size_t end = text.find_first_of(kLineEnd);
+    const std::string_view line = text.substr(0, end);
+    if (!line.empty() && line[0] != '#') lines.push_back(line);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return lines;
+}
+
+// Where the columns stand that are used; npos for one that is missing, which then is empty
+// everywhere.
+struct Columns {
+  std::size_t fieldName = std::string_view::npos;
+  std::size_t csvName = std::string_view::npos;
+};
+
+Columns ReadHeader(std::string_view line) {
+  Columns columns;
+  const std::vector<std::string_view> names = Split(line);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string name = UpperCase(names[i]);
+    if (name == "FIELDNAME") columns.fieldName = i;
+    if (name == "CSVNAME") columns.csvName = i;
+  }
+  return columns;
+}
+
+std::string_view FieldAt(const std::vector<std::string_view>& fields, std::size_t position) {
+  return position < fields.size() ? fields[position] : std::string_view{};
+}
+
+// Whether something stands in the file and its last line has no end.
+bool EndsInsideALine(File& file) {
+  const std::uint64_t size = file.Size();
+  if (size == 0) return false;
+  const std::string last = file.ReadAt(size - 1, 1);
+  return last != "\n" && last != "\r";
+}
+
+}  // namespace
+
+std::string FieldDefinition(std::string_view fieldName, std::string_view csvName) {
+  std::string_view name = fieldName;
+  std::string_view unit;
+  if (name.find('(') != std::string_view::npos) {
+    unit = UnitIn(name);
+    name = WithoutUnit(name);
+  }
+  const std::string key = csvName.empty() ? WordCharactersOf(name) : std::string(csvName);
+  constexpr std::string_view kBetween = "\",\"";
+  return std::string("\"")
+      .append(UpperCase(key))
+      .append(kBetween)
+      .append(name)
+      .append(kBetween)
+      // The column DATATYPE of a sample is not honoured: readers of these lines know texts only.
+      .append("TEXT")
+      .append(kBetween)
+      .append(unit)
+      .append("\"");
+}
+
+std::string FieldDefinitions(Platform& platform, std::string_view sample) {
+  const std::string text = platform.DecodeCodePage(sample);
+  const std::vector<std::string_view> lines = CountedLines(text);
+  if (lines.size() < 2) return {};
+  const Columns columns = ReadHeader(lines[1]);
+  std::string result;
+  for (std::size_t i = 2; i < lines.size(); ++i) {
+    const std::vector<std::string_view> fields = Split(lines[i]);
+    result += FieldDefinition(FieldAt(fields, columns.fieldName), FieldAt(fields, columns.csvName));
+    result += kLineEnd;
+  }
+  return platform.EncodeCodePage(result);
+}
+
+std::string SampleFile(Platform& platform, std::string_view driverFolder) {
+  const auto samples = ListFolder(platform, driverFolder, "*.hvd", kNormal);
+  return samples.empty() ? std::string() : samples.front().name;
+}
+
+void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder) {
+  const std::string sample = SampleFile(platform, driverFolder);
+  if (sample.empty()) return;
+  const auto file = platform.OpenFile(JoinPath(driverFolder, sample), OpenFor::kReading);
+  const std::uint64_t size = file->Size();
+  if (size > kLargestSample) throw RuntimeError(kPathFileAccessError);
+  std::string lines = FieldDefinitions(platform, file->ReadAt(0, static_cast<std::size_t>(size)));
+  const auto description = platform.OpenFile(
+      ResolveName(platform, JoinPath(driverFolder, "Driver.inf")), OpenFor::kReadingAndWriting);
+  if (lines.empty()) return;
+  if (EndsInsideALine(*description)) lines.insert(0, kLineEnd);
+  description->WriteAt(description->Size(), lines);
+}
+
+}  // namespace tarvo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/platform.h"
+
+namespace tarvo {
+
+// Field definitions: what a driver's description says of each value that its device records. They
+// are derived from the driver's sample data file and appended to its "Driver.inf".
+//
+// A sample is a text of lines. Empty lines and lines that begin with "#" do not count. Of the
+// others, the first is a title, the second names the columns, separated by "|", and every further
+// one describes a field. Of the columns, FIELDNAME and CSVNAME are used, in any letter case and
+// order.
+
+// The definition of one field as a line of "Driver.inf" without its end:
+//   "KEY","Display name","TEXT","unit"
+// The display name is the field's name without a unit in parentheses at its end; the key is the
+// column name for CSV files when there is one, else the display name's word characters, in upper
+// case. The type is always TEXT, whatever the sample says. UTF-8.
+std::string FieldDefinition(std::string_view fieldName, std::string_view csvName);
+
+// All definitions that a sample's bytes give, each line with CR LF at its end. Bytes are taken and
+// given in the system's code page, so that those of any other encoding come through unchanged.
+std::string FieldDefinitions(Platform& platform, std::string_view sample);
+
+// Appends the definitions of a driver's first "*.hvd" file to its "Driver.inf", which is made when
+// it is missing and otherwise keeps what it holds. Nothing without a sample. Raises what reading
+// and writing raise; error 75 for a sample of more than 16 MiB.
+void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder);
+
+// The first "*.hvd" file of a driver's folder, its bare name; "" when there is none.
+std::string SampleFile(Platform& platform, std::string_view driverFolder);
+
+}  // namespace tarvo

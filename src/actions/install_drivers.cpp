@@ -1,0 +1,131 @@
+#include "actions/install_drivers.h"
+
+#include "actions/field_definitions.h"
+#include "actions/hand_held.h"
+#include "archive/package.h"
+#include "base/paths.h"
+#include "base/runtime_error.h"
+#include "catalogue/driver_list.h"
+#include "catalogue/drivers_folder.h"
+#include "platform/names.h"
+
+namespace tarvo {
+namespace {
+
+constexpr std::size_t kExtensionLength = 4;  // of ".drv"
+constexpr std::string_view kSeparators = "/\\";
+
+template <typename Step>
+void Absorb(Step&& step) {
+  try {
+    step();
+  } catch (const RuntimeError&) {
+    // Installing goes on with the next step.
+  }
+}
+
+void ShowStatus(Globals& globals, MainWindow& window, std::string text) {
+  window.sbStatusBar.Panels[0].Text = std::move(text);
+  globals.frontEnd.Repaint(window);
+}
+
+void RefuseAsInvalid(Globals& globals) {
+  globals.frontEnd.SetMousePointer(kDefaultPointer);
+  globals.frontEnd.MsgBox(globals.Translate("Invalid Driver file"), MessageButtons::kOk,
+                          MessageIcon::kExclamation, globals.translator.ApplicationTitle());
+}
+
+// Checks a package and unpacks it; false for an invalid one. A failure to unpack is not looked at:
+// the steps after it find what is there.
+bool CheckAndUnpack(Platform& platform, const std::string& path, const std::string& folder) {
+  Package package(platform, path);
+  if (package.Check()) return false;
+  Absorb([&] { package.Unpack(folder); });
+  return true;
+}
+
+// Every program of the driver, hidden ones included, records its version; nothing waits for them.
+void LetToolsRecordVersions(Platform& platform, const std::string& folder) {
+  for (const FolderEntry& program : ListFolder(platform, folder, "*.exe", kHidden)) {
+    Absorb([&] {
+      platform.StartProcess(JoinPath(folder, program.name), {"/v"}, StartWindow::kMinimised);
+    });
+  }
+}
+
+void FinishDriver(Globals& globals, MainWindow& window, const std::string& folder) {
+  Platform& platform = globals.platform;
+  Absorb([&] { platform.MakeFolder(ResolveName(platform, JoinPath(folder, "Data"))); });
+  std::string sample;
+  Absorb([&] { sample = SampleFile(platform, folder); });
+  if (!sample.empty()) {
+    Absorb([&] { AppendFieldDefinitions(platform, folder); });
+    InstallHandHeldPackages(platform, window.dataPath, folder);
+  }
+  Absorb([&] { LetToolsRecordVersions(platform, folder); });
+}
+
+void StartPropertiesTool(Platform& platform, const std::string& folder) {
+  const std::string tool = ResolveName(platform, JoinPath(folder, "properties.exe"));
+  if (!FileExists(platform, tool)) return;
+  Absorb([&] { platform.StartProcess(tool, {}, StartWindow::kNormal); });
+}
+
+}  // namespace
+
+std::string DriverNameOfPackage(std::string_view path) {
+  const std::string_view file = FileNameOf(path);
+  if (file.size() < kExtensionLength) throw RuntimeError(kInvalidProcedureCall);
+  const std::string_view name = file.substr(0, file.size() - kExtensionLength);
+  return std::string(name.substr(0, name.find('_')));
+}
+
+bool IsDriverName(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." &&
+         name.find_first_of(kSeparators) == std::string_view::npos;
+}
+
+bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& order) {
+  FrontEnd& frontEnd = globals.frontEnd;
+  int index = order.index;
+  std::string folder;
+  for (std::string package = order.firstPackage; !package.empty();) {
+    frontEnd.SetMousePointer(kHourglassPointer);
+    const std::string name = DriverNameOfPackage(package);
+    ShowStatus(globals, window, name + " ...");
+    folder = DriverFolderPath(globals.platform, name);
+    if (!IsDriverName(name) || !CheckAndUnpack(globals.platform, package, folder)) {
+      RefuseAsInvalid(globals);
+      return false;
+    }
+    FinishDriver(globals, window, folder);
+    package = window.DriverFileList.After(index++);
+  }
+  ShowStatus(globals, window, {});
+  const bool isSingle = index - 1 == 1 || order.fromDialog;
+  if (!window.Refreshing && order.startsProperties && isSingle) {
+    StartPropertiesTool(globals.platform, folder);
+  }
+  frontEnd.SetMousePointer(kDefaultPointer);
+  Absorb([&] { UpdateDriverList(globals, window); });
+  return true;
+}
+
+int CollectPackagesOfInstalledDrivers(Globals& globals, MainWindow& window) {
+  Platform& platform = globals.platform;
+  const std::string base = WithSeparator(window.dataPath);
+  FileListBox& files = window.file_drivers;
+  files.Path = base;
+  files.Refresh(platform);
+  int counter = 1;
+  for (const FileListBox::Entry& file : files.Entries) {
+    const std::size_t end = file.Name.find('_');
+    if (end == std::string::npos) throw RuntimeError(kInvalidProcedureCall);
+    const std::string driver = JoinPath(base + "Drivers", file.Name.substr(0, end));
+    if (!FolderExists(platform, driver)) continue;
+    window.DriverFileList[counter++] = base + file.Name;
+  }
+  return counter - 1;
+}
+
+}  // namespace tarvo

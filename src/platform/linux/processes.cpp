@@ -1,0 +1,91 @@
+#include "platform/linux/processes.h"
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "base/runtime_error.h"
+#include "platform/linux/linux_file.h"
+
+namespace tarvo {
+namespace {
+
+constexpr const char* kWindowsInterpreter = "wine";
+
+// "MZ" begins every program for Windows.
+bool IsForWindows(std::string_view program) {
+  return OpenLinuxFile(program, OpenFor::kReading)->ReadAt(0, 2) == "MZ";
+}
+
+class SpawnAttributes {
+ public:
+  // A session of its own, so that a terminal's signals do not reach the child, with no signal
+  // blocked or ignored that this process blocks or ignores.
+  SpawnAttributes() {
+    ::posix_spawnattr_init(&attributes_);
+    sigset_t none;
+    sigset_t all;
+    ::sigemptyset(&none);
+    ::sigfillset(&all);
+    ::posix_spawnattr_setsigmask(&attributes_, &none);
+    ::posix_spawnattr_setsigdefault(&attributes_, &all);
+    ::posix_spawnattr_setflags(&attributes_,
+                               POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+  }
+  ~SpawnAttributes() { ::posix_spawnattr_destroy(&attributes_); }
+  SpawnAttributes(const SpawnAttributes&) = delete;
+  SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+  const posix_spawnattr_t* Get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_;
+};
+
+// The error of a program that could not be executed.
+RuntimeError StartError(int code, std::string_view program, std::string_view interpreter) {
+  if (code == ENOEXEC) {
+    return RuntimeError(kInvalidProcedureCall, std::string(program) + " is not a program");
+  }
+  if (code == ENOENT && !interpreter.empty()) {
+    return RuntimeError(kFileNotFound, std::string(program) + " is a program for Windows, and " +
+                                           std::string(interpreter) + " is not installed");
+  }
+  return RuntimeError::FromErrno(code, std::string(program));
+}
+
+// Children that have ended stay in the system's table until somebody asks for them.
+void ForgetEndedChildren(std::vector<pid_t>& children) {
+  std::erase_if(children, [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
+}
+
+}  // namespace
+
+int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments) {
+  static std::vector<pid_t> children;
+  ForgetEndedChildren(children);
+
+  std::vector<std::string> words;
+  if (IsForWindows(program)) words.emplace_back(kWindowsInterpreter);
+  const std::string interpreter = words.empty() ? "" : words.front();
+  words.emplace_back(program);
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  std::vector<char*> pointers;
+  for (std::string& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+
+  const SpawnAttributes attributes;
+  pid_t child = 0;
+  const int code = interpreter.empty() ? ::posix_spawn(&child, pointers[0], nullptr,
+                                                       attributes.Get(), pointers.data(), environ)
+                                       : ::posix_spawnp(&child, pointers[0], nullptr,
+                                                        attributes.Get(), pointers.data(), environ);
+  if (code != 0) throw StartError(code, program, interpreter);
+  children.push_back(child);
+  return child;
+}
+
+}  // namespace tarvo

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvo {
+
+// Starts a program; see Platform::StartProcess. Programs for Windows are told by their first bytes
+// and run through "wine".
+int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments);
+
+}  // namespace tarvo

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "support/temporary_folder.h"
+
+namespace tarvo::test {
+
+// Files of a package: name in the package and content.
+using PackageFiles = std::map<std::string, std::string>;
+
+// Packs files with the program "zip" into a file below the folder and gives its path; fails the
+// running test when that cannot be done. Names that end in ".exe" or ".EXE" are programs.
+std::string MakePackage(const TemporaryFolder& folder, const std::string& package,
+                        const PackageFiles& files);
+
+}  // namespace tarvo::test
