@@ -39,6 +39,11 @@ TransferWindow::TransferWindow(Transfer& transfer, const QString& title, const T
   timer_->start(static_cast<int>(options.seconds * 1000 / transfer.BlockCount()));
 }
 
+void TransferWindow::closeEvent(QCloseEvent* event) {
+  timer_->stop();
+  QWidget::closeEvent(event);
+}
+
 void TransferWindow::Step() {
   course_.Step();
   pbTransfer_->setValue(course_.Percent());

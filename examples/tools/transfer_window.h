@@ -21,6 +21,9 @@ class TransferWindow : public QWidget {
 
   bool Succeeded() const { return course_.Now() == TransferCourse::State::kDone; }
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void Step();
 
