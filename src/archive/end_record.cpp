@@ -24,19 +24,21 @@ struct End {
   throw InvalidPackage("The package is one part of an archive on several disks.");
 }
 
-// A record counts only when its comment reaches exactly to the file's end; a comment that holds
-// another such record could show different programs different archives.
+// A record counts only when its comment reaches to the file's end, or to the zeros with which some
+// programs fill the last block. A comment that holds another such record could show different
+// programs different archives.
 std::uint64_t FindEndRecord(FileWindow& file) {
   const std::uint64_t size = file.Size();
   if (size == 0) throw InvalidPackage("The package is empty.");
   const std::size_t tailSize =
       static_cast<std::size_t>(std::min<std::uint64_t>(size, EndRecord::kBytes + kLongestComment));
   const std::string_view tail = file.At(size - tailSize, tailSize);
+  const std::size_t contentEnd = tail.find_last_not_of('\0') + 1;
   std::optional<std::uint64_t> found;
   for (std::size_t at = 0; at + EndRecord::kBytes <= tail.size(); ++at) {
     if (tail[at] != 'P' || Number32(tail, at) != EndRecord::kSignature) continue;
-    const std::size_t commentSize = Number16(tail, at + EndRecord::kCommentSize);
-    if (commentSize != tail.size() - at - EndRecord::kBytes) continue;
+    const std::size_t end = at + EndRecord::kBytes + Number16(tail, at + EndRecord::kCommentSize);
+    if (end > tail.size() || end < contentEnd) continue;
     if (found) throw InvalidPackage("The package has more than one end record.");
     found = size - tailSize + at;
   }

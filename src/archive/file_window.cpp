@@ -12,20 +12,27 @@ bool FileWindow::Holds(std::uint64_t offset, std::size_t count) const {
 }
 
 void FileWindow::Fill(std::uint64_t offset) {
+  // A small file is read once and whole.
+  start_ = size_ <= kBytes ? 0 : offset;
+  const std::uint64_t rest = size_ - std::min(size_, start_);
   buffer_.clear();
-  buffer_ = file_->ReadAt(offset, kBytes);
-  start_ = offset;
+  buffer_ = file_->ReadAt(start_, static_cast<std::size_t>(std::min<std::uint64_t>(rest, kBytes)));
+}
+
+std::string_view FileWindow::From(std::uint64_t offset) const {
+  return std::string_view(buffer_).substr(
+      static_cast<std::size_t>(std::min<std::uint64_t>(offset - start_, buffer_.size())));
 }
 
 std::string_view FileWindow::At(std::uint64_t offset, std::size_t count) {
   if (!Holds(offset, count)) Fill(offset);
-  return std::string_view(buffer_).substr(offset - start_, count);
+  return From(offset).substr(0, count);
 }
 
 std::string_view FileWindow::Piece(std::uint64_t offset, std::uint64_t most) {
   if (most == 0) return {};
   if (!Holds(offset, 1)) Fill(offset);
-  const std::string_view rest = std::string_view(buffer_).substr(offset - start_);
+  const std::string_view rest = From(offset);
   return rest.substr(0, static_cast<std::size_t>(std::min<std::uint64_t>(most, rest.size())));
 }
 

@@ -31,6 +31,7 @@ class FileWindow {
  private:
   bool Holds(std::uint64_t offset, std::size_t count) const;
   void Fill(std::uint64_t offset);
+  std::string_view From(std::uint64_t offset) const;
 
   std::unique_ptr<File> file_;
   std::uint64_t size_;
