@@ -11,6 +11,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 if(TARVO_SANITIZE)
   target_compile_options(tarvo_options INTERFACE -fsanitize=address,undefined
+                                                 -fno-sanitize=vptr
                                                  -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tarvo_options INTERFACE -fsanitize=address,undefined)
 endif()

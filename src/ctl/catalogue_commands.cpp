@@ -1,28 +1,11 @@
-#include "app/globals/data_folder.h"
 #include "catalogue/driver_list.h"
 #include "ctl/commands.h"
 #include "ctl/json.h"
+#include "ctl/listed_drivers.h"
 #include "ctl/table.h"
 
 namespace tarvo {
 namespace {
-
-constexpr std::string_view kDictionary = "TARVO.DIC";
-
-// The main window's state without its handlers: listing drivers must leave the window's settings
-// alone.
-class ListedDrivers : public MainWindow {
- public:
-  explicit ListedDrivers(Globals& globals) {
-    globals.OpenSettings();
-    globals.translator.LoadDictionary(kDictionary);
-    globals.translator.TranslateWindow(*this);
-    dataPath = GetDataDirectory(globals);
-    globals.library.ChangeToFolder(dataPath);
-    UpdateDriverList(globals, *this);
-    lvListView.Sort();
-  }
-};
 
 constexpr std::string_view kFieldNames[] = {"name",     "csv",    "asc",       "txt",
                                             "download", "upload", "properties"};

@@ -44,6 +44,8 @@ void GetSettingValue(CommandRun& run);
 void SetSetting(CommandRun& run);
 void DeleteSetting(CommandRun& run);
 void ListDrivers(CommandRun& run);
+void InstallPackages(CommandRun& run);
+void RefreshInstalledDrivers(CommandRun& run);
 void TranslatePhrase(CommandRun& run);
 void CheckPackages(CommandRun& run);
 void UnpackPackage(CommandRun& run);

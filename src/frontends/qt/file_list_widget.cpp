@@ -29,6 +29,13 @@ void FileListWidget::Sync(const FileListBox& list) {
   }
 }
 
+// The focus alone makes no entry current: Enter would close the window with nothing chosen.
+void FileListWidget::focusInEvent(QFocusEvent* event) {
+  const QSignalBlocker quiet(this);
+  QListWidget::focusInEvent(event);
+  setCurrentRow(list_.ListIndex, QItemSelectionModel::NoUpdate);
+}
+
 void FileListWidget::TakeOverNames(const FileListBox& list) {
   bool isSame = static_cast<std::size_t>(count()) == list.Entries.size();
   for (int row = 0; isSame && row < count(); ++row) {

@@ -13,6 +13,9 @@ class FileListWidget : public QListWidget {
 
   void Sync(const FileListBox& list);
 
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+
  private:
   void TakeOverNames(const FileListBox& list);
   void TellState();

@@ -63,6 +63,7 @@ class GestureView : public View {
     if (!self) return;
     const int before = SelectedRow();
     View::keyPressEvent(event);
+    if (SelectedRow() < 0 && IsForMoving(event->key())) SelectCurrent();
     const int after = SelectedRow();
     if (after >= 0 && after != before) gestures_.ItemChosen(after);
   }
@@ -81,6 +82,17 @@ class GestureView : public View {
   }
 
  private:
+  static bool IsForMoving(int key) {
+    return key == Qt::Key_Space || (key >= Qt::Key_Home && key <= Qt::Key_PageDown);
+  }
+
+  // The focus alone makes an item current but selects nothing; a key that would move to that very
+  // item selects it.
+  void SelectCurrent() {
+    View::selectionModel()->select(View::currentIndex(),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  }
+
   int SelectedRow() const {
     const QModelIndexList rows = View::selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();

@@ -128,7 +128,8 @@ void ListPane::MakeDetails() {
           [this](int section, int, int now) {
             if (!list_ || static_cast<std::size_t>(section) >= list_->ColumnHeaders.size()) return;
             ColumnHeader& column = list_->ColumnHeaders[static_cast<std::size_t>(section)];
-            if (std::ceil(column.Width / kTwipsPerPixel) != now) column.Width = ToTwips(now);
+            const auto before = static_cast<int>(std::ceil(column.Width / kTwipsPerPixel));
+            if (before != now) column.Width = ToTwips(now);
           });
 }
 

@@ -1,0 +1,40 @@
+#include "actions/install_drivers.h"
+#include "base/paths.h"
+#include "ctl/commands.h"
+#include "ctl/listed_drivers.h"
+#include "ctl/table.h"
+
+namespace tarvo {
+namespace {
+
+// Runs the install loop over the packages in the list; nobody is there for a properties tool.
+void InstallListed(CommandRun& run, MainWindow& window) {
+  InstallOrder order;
+  order.firstPackage = window.DriverFileList[1];
+  order.startsProperties = false;
+  if (InstallDrivers(run.globals, window, order)) return;
+  const std::string& status = window.sbStatusBar.Panels[0].Text;
+  throw CommandFailure(run.globals.Translate("Invalid Driver file") + ": " +
+                       OneLine(status.substr(0, status.rfind(" ..."))) +
+                       "; \"tarvoctl package check\" tells why.");
+}
+
+}  // namespace
+
+void InstallPackages(CommandRun& run) {
+  const std::string startFolder = run.globals.platform.CurrentFolder();
+  ListedDrivers window(run.globals);
+  int index = 1;
+  for (const std::string& file : run.arguments) {
+    const bool isAbsolute = file.starts_with(kSeparator);
+    window.DriverFileList[index++] = isAbsolute ? file : JoinPath(startFolder, file);
+  }
+  InstallListed(run, window);
+}
+
+void RefreshInstalledDrivers(CommandRun& run) {
+  ListedDrivers window(run.globals);
+  if (CollectPackagesOfInstalledDrivers(run.globals, window) > 0) InstallListed(run, window);
+}
+
+}  // namespace tarvo
