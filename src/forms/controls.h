@@ -62,7 +62,7 @@ class StatusBar : public Control {
   std::vector<std::string*> TranslatableTexts() override { return {&ToolTipText}; }
 
   std::string ToolTipText;
-  std::vector<StatusPanel> Panels;  // the code counts them from 1
+  std::vector<StatusPanel> Panels;  // panel 1 is Panels[0]
 };
 
 class Label : public Control {

@@ -20,7 +20,7 @@ inline constexpr int kHourglassPointer = 11;
 
 // The windowing system, as far as the windows need it: the seam between the program and what draws
 // it. The life of a window (loading, showing, unloading, the collection of loaded windows) is
-// decided here, alike for every front end; the protected functions are what a front end supplies.
+// decided here, alike for every front end; the virtual functions are what a front end supplies.
 //
 // A front end calls the handlers of a shown window and brings what it draws in line with the
 // window's state after each of them, and at Repaint, Yield and every dialog. A RuntimeError that
