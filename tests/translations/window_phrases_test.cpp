@@ -43,9 +43,9 @@ struct ProgramRun {
 
   NullFrontEnd frontEnd;
   Globals globals{SystemPlatform(), frontEnd, ""};
-  frmDrivers main{globals};
-  frmAbout about{globals};
   frmSplash splash{globals};
+  frmDrivers main{globals, splash};
+  frmAbout about{globals};
 };
 
 // The letter behind "&" in lower case; "" when there is none.
