@@ -31,7 +31,7 @@ int ShowSamples(Tool& tool, const ToolOptions& options, const QString& title) {
   layout->addWidget(new QLabel("Ready for the hand-held device:", &window));
   layout->addWidget(lstSamples);
   layout->addWidget(cmdClose, 0, Qt::AlignRight);
-  if (options.closes) QTimer::singleShot(0, &window, &QWidget::close);
+  if (options.closes) QTimer::singleShot(0, &window, SLOT(close()));
   toolkit.Run(window);
   return 0;
 }
