@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "actions/replace_file.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -144,11 +145,15 @@ void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder) {
   const std::uint64_t size = file->Size();
   if (size > kLargestSample) throw RuntimeError(kPathFileAccessError);
   std::string lines = FieldDefinitions(platform, file->ReadAt(0, static_cast<std::size_t>(size)));
-  const auto description = platform.OpenFile(
-      ResolveName(platform, JoinPath(driverFolder, "Driver.inf")), OpenFor::kReadingAndWriting);
+  const std::string path = ResolveName(platform, JoinPath(driverFolder, "Driver.inf"));
+  // Opened for writing too: a description that may not be written is not replaced either.
+  const auto description = platform.OpenFile(path, OpenFor::kReadingAndWriting);
   if (lines.empty()) return;
   if (EndsInsideALine(*description)) lines.insert(0, kLineEnd);
-  description->WriteAt(description->Size(), lines);
+  ReplaceFile(platform, path, [&](File& longer) {
+    const std::uint64_t end = CopyBytes(*description, longer);
+    longer.WriteAt(end, lines);
+  });
 }
 
 }  // namespace tarvo

@@ -1,0 +1,50 @@
+#include "actions/replace_file.h"
+
+#include <string>
+
+#include "base/paths.h"
+#include "base/runtime_error.h"
+
+namespace tarvo {
+namespace {
+
+constexpr std::size_t kPiece = 256 * 1024;
+
+// A hidden name beside the file, the same at every run.
+std::string UnfinishedName(std::string_view path) {
+  return JoinPath(FolderOf(path), "." + std::string(FileNameOf(path)) + ".unfinished");
+}
+
+void RemoveIfThere(Platform& platform, const std::string& path) {
+  try {
+    platform.RemoveFile(path);
+  } catch (const RuntimeError&) {
+    // As a rule there is none; whoever makes the file will tell of anything else.
+  }
+}
+
+}  // namespace
+
+void ReplaceFile(Platform& platform, std::string_view path,
+                 const std::function<void(File&)>& write) {
+  const std::string unfinished = UnfinishedName(path);
+  RemoveIfThere(platform, unfinished);
+  try {
+    write(*platform.MakeFile(unfinished, FileUse::kData));
+    platform.RenameFile(unfinished, path);
+  } catch (...) {
+    RemoveIfThere(platform, unfinished);
+    throw;
+  }
+}
+
+std::uint64_t CopyBytes(File& from, File& to) {
+  for (std::uint64_t offset = 0;;) {
+    const std::string bytes = from.ReadAt(offset, kPiece);
+    if (bytes.empty()) return offset;
+    to.WriteAt(offset, bytes);
+    offset += bytes.size();
+  }
+}
+
+}  // namespace tarvo
