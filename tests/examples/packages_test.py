@@ -2,6 +2,7 @@
 
 import configparser
 import io
+import os
 import stat
 import subprocess
 import unittest
@@ -31,6 +32,12 @@ class Packages(unittest.TestCase):
             for reader in (["unzip", "-tqq"], ["7z", "t"], ["bsdtar", "-tf"]):
                 with self.subTest(package=package, reader=reader[0]):
                     subprocess.run([*reader, FOLDER / package], check=True, capture_output=True)
+
+    def test_the_check_of_an_install_finds_them_valid(self):
+        subprocess.run(
+            [os.environ["TARVO_CTL"], "package", "check",
+             *(FOLDER / package for package in (*DRIVERS, *HAND_HELD))],
+            check=True, capture_output=True)
 
     def test_a_driver_has_its_description_in_the_root_and_no_downloads(self):
         for _, _, archive in self.each(DRIVERS):

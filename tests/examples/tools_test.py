@@ -1,15 +1,18 @@
 """The sample tools as real processes, in a driver's folder as an install leaves it."""
 
 import datetime
+import json
 import os
 import pathlib
+import shutil
 import subprocess
 import tempfile
 import unittest
 
 import sample_packages
 import settings_file
-from sample_packages import DRIVERS
+from sample_packages import DRIVERS, HAND_HELD
+from waiting import wait_until
 
 SUFFIXES = {"Download.EXE": "_DOWNLOAD", "Upload.EXE": "_UPLOAD", "Properties.EXE": "_PROPERTIES"}
 DEADLINE = 60  # seconds
@@ -114,6 +117,44 @@ class Versions(ToolTestCase):
         errors = self.run_tool(folder / "Upload.EXE", "/x", expected=2)
         self.assertIn("Usage: Upload.EXE", errors)
         self.assertFalse(self.settings.exists())
+
+
+class Install(ToolTestCase):
+    """All packages through Tarvo itself, without a window."""
+
+    def ctl(self, *arguments):
+        return subprocess.run(
+            [os.environ["TARVO_CTL"], *arguments], cwd=self.drivers.parent, env=self.environment,
+            check=True, capture_output=True, text=True, timeout=DEADLINE).stdout
+
+    def settings_shown(self):
+        return dict(line.split("\t") for line in self.ctl("settings", "list").splitlines())
+
+    def test_an_install_makes_every_tool_record_its_version(self):
+        data = self.drivers.parent
+        data.mkdir(parents=True)
+        for package in (*DRIVERS, *HAND_HELD):
+            shutil.copy(sample_packages.FOLDER / package, data)
+        self.ctl("drivers", "install", *(str(data / package) for package in DRIVERS))
+        expected = {"tarvo.versions_Pocket Logger_HANDHELD": "1.3"}
+        for package, members in DRIVERS.items():
+            driver, version = sample_packages.driver_and_version(package)
+            for tool in members & SUFFIXES.keys():
+                expected["tarvo.versions_" + driver + SUFFIXES[tool]] = version
+        wait_until(
+            lambda: expected.items() <= self.settings_shown().items(),
+            "all tools have recorded their versions")
+        listed = json.loads(self.ctl("drivers", "list", "--json"))
+        self.assertEqual(
+            [[driver[column] for column in ("name", "download", "upload", "properties")]
+             for driver in listed],
+            [["Meter", "1.0", "1.0", "1.0"], ["Pocket Logger", "1.3", "1.3", "1.3"],
+             ["Tide Gauge", "2.1", "-", "2.1"]])
+        self.assertLessEqual(
+            {"DeviceInstaller/DeviceInstaller.exe", "DeviceInstaller/Palm Kestrel/PalmKestrel.ini",
+             "Win32Device/PDATarvo.exe", "Win32Device/Sample.hvd",
+             "Drivers/Pocket Logger/Transfer.exe"},
+            self.files_below(data))
 
 
 class Windows(ToolTestCase):
