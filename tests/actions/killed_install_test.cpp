@@ -1,9 +1,3 @@
-#include <signal.h>
-#include <sys/wait.h>
-#include <time.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
@@ -15,8 +9,10 @@
 #include "actions/install_drivers.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
+#include "support/killed_process.h"
 #include "support/list_run.h"
 #include "support/made_package.h"
+#include "support/memory_folders.h"
 #include "support/watched_platform.h"
 
 namespace tarvo::test {
@@ -45,38 +41,6 @@ std::string ContentIn(const Tree& tree, const std::string& path) {
 
 bool IsHidden(const std::string& path) { return FileNameOf(path).starts_with('.'); }
 
-// Does the work in a process of its own and gives the signal that ended it; 0 when it came to its
-// end.
-template <typename Work>
-int SignalThatEnds(Work&& work) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    try {
-      work();
-    } catch (...) {
-      ::_exit(EXIT_FAILURE);
-    }
-    ::_exit(EXIT_SUCCESS);
-  }
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == EXIT_SUCCESS) << "it has thrown";
-  return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-}
-
-// Lets the system kill this process after a time.
-void HaveMyselfKilledAfter(std::chrono::nanoseconds time) {
-  sigevent event{};
-  event.sigev_notify = SIGEV_SIGNAL;
-  event.sigev_signo = SIGKILL;
-  timer_t timer{};
-  if (::timer_create(CLOCK_MONOTONIC, &event, &timer) != 0) ::_exit(EXIT_FAILURE);
-  itimerspec when{};
-  when.it_value.tv_sec = static_cast<time_t>(time.count() / 1'000'000'000);
-  when.it_value.tv_nsec = static_cast<long>(time.count() % 1'000'000'000) + 1;
-  if (::timer_settime(timer, 0, &when, nullptr) != 0) ::_exit(EXIT_FAILURE);
-}
-
 std::uint_fast32_t Seed() {
   const char* chosen = std::getenv("TARVO_TEST_SEED");
   return chosen ? static_cast<std::uint_fast32_t>(std::strtoul(chosen, nullptr, 10))
@@ -93,7 +57,7 @@ class NothingStartedPlatform : public RootedPlatform {
 
 // A driver with downloads is installed, and the package of its next version lies beside the data.
 // Hand-held components are newer than the installed ones, too.
-class InterruptedInstall : public ProgramRun {
+class InterruptedInstall : private MemoryFolders, public ProgramRun {
  protected:
   InterruptedInstall() : plain(folder.Path()) {
     plain.specialFolders = platform.specialFolders;
