@@ -1,8 +1,11 @@
 #include "tools/tool.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <random>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 #include "app/globals/settings_keys.h"
@@ -17,6 +20,13 @@ namespace tarvo::tools {
 namespace {
 
 constexpr const char* kMaker = "Halvex Limited";
+constexpr int kRecordAttempts = 10;
+
+// Long enough for other programs to have finished their writing.
+void PauseForOthers() {
+  std::random_device random;
+  std::this_thread::sleep_for(std::chrono::milliseconds(100 + random() % 100));
+}
 
 std::vector<std::string> Arguments(int argc, char** argv) {
   std::vector<std::string> arguments;
@@ -41,13 +51,21 @@ DriverDescription Tool::Description() {
   return ReadDescription(ReadWholeFile(platform_, JoinPath(driverFolder_, "driver.inf")));
 }
 
-void Tool::RecordVersion(std::string_view suffix) {
+void Tool::RecordVersion(std::string_view suffix, const std::function<void()>& pause) {
   const std::string version = Description().version;
   if (version.empty()) {
     throw RuntimeError(kInvalidProcedureCall, "The file \"driver.inf\" names no version");
   }
-  const std::string key = std::string(keys::kToolVersion.name) + DriverName();
-  settings_.SaveSetting(key + std::string(suffix), version);
+  const std::string key = std::string(keys::kToolVersion.name) + DriverName() + std::string(suffix);
+  for (int attempt = 0; attempt < kRecordAttempts; ++attempt) {
+    // A store of its own each time: its identity comes from the moment when it is made.
+    RegistryReplacement store(platform_);
+    store.OpenLocalRegistry(kMaker);
+    store.SaveSetting(key, version);
+    pause();
+    if (store.GetSetting(key, "") == version) return;
+  }
+  throw RuntimeError(kDeviceIoError, "The version could not be stored");
 }
 
 std::optional<ToolOptions> ReadOptions(const std::vector<std::string>& arguments) {
@@ -79,7 +97,7 @@ int RunTool(std::string_view versionSuffix, int argc, char** argv,
   try {
     Tool tool(SystemPlatform(), SystemPlatform().ProgramFolder());
     if (!options->recordsVersion) return showWindow(tool, *options);
-    tool.RecordVersion(versionSuffix);
+    tool.RecordVersion(versionSuffix, PauseForOthers);
     return 0;
   } catch (const RuntimeError& error) {
     std::cerr << FileNameOf(argv[0]) << ": " << error.Description() << '\n';

@@ -27,9 +27,13 @@ class Tool {
   // The folder's "driver.inf", in any letter case; throws 53 when there is none.
   DriverDescription Description();
 
-  // Stores the driver's version under "tarvo.versions_" + driver + `suffix`. Throws 53 when there
-  // is no "driver.inf", 5 when it names no version or the driver's name cannot be part of a key.
-  void RecordVersion(std::string_view suffix);
+  // Stores the driver's version under "tarvo.versions_" + driver + `suffix`. All tools of a driver
+  // are started at once, and programs that write in the same instant can overwrite each other's
+  // entries; so it looks again after a pause, up to ten times, whether the value has stayed.
+  // `pause` should take a time of its own in every process. Throws 53 when there is no
+  // "driver.inf", 5 when it names no version or the driver's name cannot be part of a key, 57 when
+  // the value does not stay.
+  void RecordVersion(std::string_view suffix, const std::function<void()>& pause);
 
  private:
   Platform& platform_;

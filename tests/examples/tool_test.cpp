@@ -11,27 +11,48 @@ namespace {
 
 using ::testing::ElementsAre;
 
+void NoPause() {}
+
 TEST_F(ToolTest, BelongsToTheDriverThatItsFolderIsNamedAfter) {
   EXPECT_EQ(tool->DriverName(), "Meter");
 }
 
 TEST_F(ToolTest, RecordsTheDriversVersionUnderItsKeyAlone) {
-  tool->RecordVersion("_DOWNLOAD");
+  tool->RecordVersion("_DOWNLOAD", NoPause);
   EXPECT_THAT(tool->Settings().EnumEntries(), ElementsAre("tarvo.versions_Meter_DOWNLOAD"));
   EXPECT_EQ(Stored("tarvo.versions_Meter_DOWNLOAD"), "1.0");
 }
 
 TEST_F(ToolTest, RecordsTheVersionOfADescriptionInAnyLetterCase) {
   std::filesystem::rename(folder / "Meter/driver.inf", folder / "Meter/DRIVER.INF");
-  tool->RecordVersion("_UPLOAD");
+  tool->RecordVersion("_UPLOAD", NoPause);
   EXPECT_EQ(Stored("tarvo.versions_Meter_UPLOAD"), "1.0");
+}
+
+TEST_F(ToolTest, RecordsItsVersionAgainWhenAnotherProgramHasOverwrittenIt) {
+  int pauses = 0;
+  tool->RecordVersion("_UPLOAD", [&] {
+    if (++pauses < 3) tool->Settings().DeleteKey("tarvo.versions_Meter_UPLOAD");
+  });
+  EXPECT_EQ(pauses, 3);
+  EXPECT_EQ(Stored("tarvo.versions_Meter_UPLOAD"), "1.0");
+}
+
+TEST_F(ToolTest, FailsWhenItsVersionNeverStays) {
+  int pauses = 0;
+  const auto overwrite = [&] {
+    ++pauses;
+    tool->Settings().DeleteKey("tarvo.versions_Meter_UPLOAD");
+  };
+  EXPECT_THROW(tool->RecordVersion("_UPLOAD", overwrite), RuntimeError);
+  EXPECT_EQ(pauses, 10);
 }
 
 TEST_F(ToolTest, RecordsNothingWithoutAVersion) {
   Describe("[Driver]\nModel=VT-40\n");
-  EXPECT_THROW(tool->RecordVersion("_DOWNLOAD"), RuntimeError);
+  EXPECT_THROW(tool->RecordVersion("_DOWNLOAD", NoPause), RuntimeError);
   std::filesystem::remove(folder / "Meter/driver.inf");
-  EXPECT_THROW(tool->RecordVersion("_DOWNLOAD"), RuntimeError);
+  EXPECT_THROW(tool->RecordVersion("_DOWNLOAD", NoPause), RuntimeError);
   EXPECT_TRUE(tool->Settings().EnumEntries().empty());
 }
 
