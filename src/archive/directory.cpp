@@ -20,6 +20,10 @@ struct Entry {
   std::size_t size;
 };
 
+// The format's version 4.6, times 10: members that need a later one are encrypted, or packed with
+// a method that is unknown here.
+constexpr unsigned kNewestVersion = 46;
+
 [[noreturn]] void RefuseDirectory() {
   throw InvalidPackage("The package's directory is damaged or cut off.");
 }
@@ -64,7 +68,8 @@ std::string NameText(const Entry& entry) {
   return DecodeCodePage437(entry.name);
 }
 
-void RefuseUnreadable(std::string_view name, std::uint16_t flags, std::uint16_t method) {
+void RefuseUnreadable(std::string_view name, std::uint16_t flags, std::uint16_t method,
+                      unsigned version) {
   if ((flags & (kEncrypted | kStronglyEncrypted | kMaskedHeaders)) != 0) {
     throw InvalidPackage(name, "is encrypted");
   }
@@ -72,6 +77,7 @@ void RefuseUnreadable(std::string_view name, std::uint16_t flags, std::uint16_t 
     throw InvalidPackage(
         name, "is packed with the method " + std::to_string(method) + ", which is unknown here");
   }
+  if (version > kNewestVersion) throw InvalidPackage(name, "needs a newer program to unpack it");
 }
 
 void RefuseSpecialFiles(std::string_view name, std::uint32_t attributes, bool isFolder) {
@@ -124,7 +130,9 @@ void AddMember(Directory& directory, const Entry& entry) {
   member.flags = Number16(entry.fixed, CentralEntry::kFlags);
   member.method = Number16(entry.fixed, CentralEntry::kMethod);
   member.isFolder = path.isFolder;
-  RefuseUnreadable(name, member.flags, member.method);
+  RefuseUnreadable(name, member.flags, member.method,
+                   static_cast<unsigned char>(entry.fixed[CentralEntry::kVersion]));
+  if (!AreExtraFieldsWhole(entry.extra)) throw InvalidPackage(name, "has a damaged extra field");
   RefuseSpecialFiles(name, Number32(entry.fixed, CentralEntry::kAttributes), path.isFolder);
   ReadNumbers(member, entry, name);
   member.rawName = Keep(directory, entry.name);

@@ -5,8 +5,22 @@
 
 namespace tarvo {
 
+namespace {
+
+constexpr std::size_t kHead = 4;  // the identifier and the content's size
+
+}  // namespace
+
+bool AreExtraFieldsWhole(std::string_view extra) {
+  while (extra.size() >= kHead) {
+    const std::size_t size = Number16(extra, 2);
+    if (size > extra.size() - kHead) return false;
+    extra.remove_prefix(kHead + size);
+  }
+  return true;
+}
+
 std::optional<std::string_view> FindExtraField(std::string_view extra, std::uint16_t identifier) {
-  constexpr std::size_t kHead = 4;
   while (extra.size() >= kHead) {
     const std::size_t size = Number16(extra, 2);
     if (size > extra.size() - kHead) break;

@@ -6,8 +6,11 @@
 
 namespace tarvo {
 
-// The content of the first extra field with an identifier; nothing when there is none. What is
-// damaged behind it is passed over.
+// Whether every extra field ends where they all end. Up to three bytes behind the last one are
+// padding.
+bool AreExtraFieldsWhole(std::string_view extra);
+
+// The content of the first extra field with an identifier; nothing when there is none.
 std::optional<std::string_view> FindExtraField(std::string_view extra, std::uint16_t identifier);
 
 // Reads the 64-bit numbers of an entry or header one by one, in their fixed order: each stands

@@ -64,6 +64,7 @@ class MemberReader::Run {
     if (Number16(fixed, LocalHeader::kMethod) != member_.method) {
       Refuse("has another method in its header than in the directory");
     }
+    if (!AreExtraFieldsWhole(extra)) Refuse("has a damaged extra field");
     std::uint64_t size = Number32(fixed, LocalHeader::kSize);
     std::uint64_t packedSize = Number32(fixed, LocalHeader::kPackedSize);
     const std::uint32_t crc = Number32(fixed, LocalHeader::kCrc);

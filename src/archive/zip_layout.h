@@ -28,7 +28,8 @@ struct LocalHeader {
 
 struct CentralEntry {
   static constexpr std::uint32_t kSignature = 0x02014b50;
-  static constexpr std::size_t kHost = 5;  // the system that made the entry
+  static constexpr std::size_t kHost = 5;     // the system that made the entry
+  static constexpr std::size_t kVersion = 6;  // of the format, needed to read it, times 10
   static constexpr std::size_t kFlags = 8;
   static constexpr std::size_t kMethod = 10;
   static constexpr std::size_t kCrc = 16;
