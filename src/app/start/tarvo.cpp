@@ -5,7 +5,9 @@
 namespace tarvo {
 
 Tarvo::Tarvo(Platform& platform, FrontEnd& frontEnd, std::string arguments)
-    : globals_(platform, frontEnd, std::move(arguments)), splash_(globals_), mainForm_(globals_, splash_) {}
+    : globals_(platform, frontEnd, std::move(arguments)),
+      splash_(globals_),
+      mainForm_(globals_, splash_) {}
 
 AfterStart Tarvo::Start() {
   // The version report needs nothing of what follows: no settings, no dictionary, no window.
