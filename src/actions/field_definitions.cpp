@@ -11,7 +11,7 @@
 namespace tarvo {
 namespace {
 
-constexpr std::uint64_t kLargestSample = 16 * 1024 * 1024;
+constexpr std::uint64_t kLargestSample = 1024 * 1024;
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
@@ -146,6 +146,7 @@ void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder) {
   if (size > kLargestSample) throw RuntimeError(kPathFileAccessError);
   std::string lines = FieldDefinitions(platform, file->ReadAt(0, static_cast<std::size_t>(size)));
   const std::string path = ResolveName(platform, JoinPath(driverFolder, "Driver.inf"));
+  if (platform.IsLink(path)) throw RuntimeError(kPathFileAccessError);
   // Opened for writing too: a description that may not be written is not replaced either.
   const auto description = platform.OpenFile(path, OpenFor::kReadingAndWriting);
   if (lines.empty()) return;

@@ -29,7 +29,7 @@ std::string FieldDefinitions(Platform& platform, std::string_view sample);
 // Appends the definitions of a driver's first "*.hvd" file to its "Driver.inf", which is made when
 // it is missing and otherwise keeps what it holds. Nothing without a sample. All lines come in one
 // step: whoever looks finds none or all of them, after a crash too. Raises what reading and writing
-// raise; error 75 for a sample of more than 16 MiB.
+// raise; error 75 for a sample of more than 1 MiB or a description that is a link.
 void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder);
 
 // The first "*.hvd" file of a driver's folder, its bare name; "" when there is none.

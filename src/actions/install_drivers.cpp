@@ -103,7 +103,7 @@ bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& or
   }
   ShowStatus(globals, window, {});
   const bool isSingle = index - 1 == 1 || order.fromDialog;
-  if (!window.Refreshing && order.startsProperties && isSingle) {
+  if (!window.Refreshing && isSingle) {
     StartPropertiesTool(globals.platform, folder);
   }
   frontEnd.SetMousePointer(kDefaultPointer);
@@ -121,8 +121,8 @@ int CollectPackagesOfInstalledDrivers(Globals& globals, MainWindow& window) {
   for (const FileListBox::Entry& file : files.Entries) {
     const std::size_t end = file.Name.find('_');
     if (end == std::string::npos) throw RuntimeError(kInvalidProcedureCall);
-    const std::string driver = JoinPath(base + "Drivers", file.Name.substr(0, end));
-    if (!FolderExists(platform, driver)) continue;
+    const std::string name = file.Name.substr(0, end);
+    if (!IsDriverName(name) || !FolderExists(platform, JoinPath(base + "Drivers", name))) continue;
     window.DriverFileList[counter++] = base + file.Name;
   }
   return counter - 1;

@@ -21,7 +21,6 @@ struct InstallOrder {
   std::string firstPackage;  // path; a relative one starts in the current folder
   int index = 1;             // of the first package in DriverFileList; 0 for one not in it
   bool fromDialog = false;   // chosen in the open-file dialog
-  bool startsProperties = true;
 };
 
 // The install loop: checks and unpacks one package after the other into "Drivers" of the current

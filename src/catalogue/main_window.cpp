@@ -134,7 +134,7 @@ void MainWindow::DesignOthers() {
   Enter(dlgCommonDialog, "dlgCommonDialog");
   dlgCommonDialog.DefaultExt = "drv";
   dlgCommonDialog.DialogTitle = Phrase("Add Driver");
-  dlgCommonDialog.FileName = "*.drv";
+  dlgCommonDialog.FileName = kPackagePattern;
   dlgCommonDialog.Filter = Phrase("Driver Files (*.drv)");
 
   Enter(file_drivers, "file_drivers");

@@ -7,11 +7,12 @@
 namespace tarvo {
 namespace {
 
-// Runs the install loop over the packages in the list; nobody is there for a properties tool.
+// Runs the install loop over the packages in the list, unattended as a refresh does: nobody is
+// there for a properties tool.
 void InstallListed(CommandRun& run, MainWindow& window) {
   InstallOrder order;
   order.firstPackage = window.DriverFileList[1];
-  order.startsProperties = false;
+  window.Refreshing = true;
   if (InstallDrivers(run.globals, window, order)) return;
   const std::string& status = window.sbStatusBar.Panels[0].Text;
   throw CommandFailure(run.globals.Translate("Invalid Driver file") + ": " +

@@ -109,10 +109,10 @@ class Platform {
   virtual void RemoveFolder(std::string_view path) = 0;
 
   // Starts a program in a process of its own, which lives on when this one ends, with the current
-  // folder as its working folder. Programs of this system and scripts are run directly, programs
-  // for Windows through an interpreter where one is installed. Gives the process's identifier. 53
-  // when the program or what must run it is missing, 70 when it may not be executed, 5 when it is
-  // none.
+  // folder as its working folder and no standard input or output. Programs of this system and
+  // scripts are run directly, programs for Windows through an interpreter where one is installed.
+  // Gives the process's identifier. 53 when the program or what must run it is missing, 70 when it
+  // may not be executed, 5 when it is none.
   virtual int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
                            StartWindow window) = 0;
 

@@ -113,6 +113,21 @@ TEST_F(AppendingFieldDefinitions, MakesTheFileWhenItIsMissing) {
   EXPECT_EQ(folder.ReadFile(InDrivers("Meter/Driver.inf")), kLine);
 }
 
+TEST_F(AppendingFieldDefinitions, RefusesADescriptionThatIsALink) {
+  const std::string outside = folder.WriteFile("outside", "untouched");
+  std::filesystem::create_symlink(outside, folder / InDrivers("Meter/Driver.inf"));
+  DriverFile("Meter/s.hvd", kSample);
+  EXPECT_THROW(Append(), RuntimeError);
+  EXPECT_EQ(folder.ReadFile("outside"), "untouched");
+}
+
+TEST_F(AppendingFieldDefinitions, RefusesASampleOfMoreThanAMegabyte) {
+  DriverFile("Meter/driver.inf", "x");
+  DriverFile("Meter/s.hvd", kSample + std::string(1024 * 1024, '\n'));
+  EXPECT_THROW(Append(), RuntimeError);
+  EXPECT_EQ(folder.ReadFile(InDrivers("Meter/driver.inf")), "x");
+}
+
 TEST_F(AppendingFieldDefinitions, DoesNothingWithoutASample) {
   DriverFile("Meter/driver.inf", "x");
   EXPECT_EQ(Append(), "x");

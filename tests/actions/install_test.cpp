@@ -147,6 +147,8 @@ TEST_F(Installing, StopsAtTheFirstInvalidPackageWithTheStatusTextLeftStanding) {
   const std::string bad = folder.WriteFile(InData("B_1.drv"), "no package");
   EXPECT_FALSE(Install({Package("A_1.drv", {{"Download.EXE", "x"}}), bad, Package("C_1.drv")}));
   EXPECT_THAT(status.messages, ElementsAre("Tarvo: Invalid Driver file"));
+  EXPECT_THAT(status.icons, ElementsAre(MessageIcon::kExclamation));
+  EXPECT_THAT(status.pointersAtMessages, ElementsAre(kDefaultPointer));
   EXPECT_TRUE(Exists("A")) << "what was installed before stays";
   EXPECT_FALSE(Exists("B"));
   EXPECT_FALSE(Exists("C"));
@@ -192,6 +194,21 @@ TEST_F(Installing, GoesOnWhenUnpackingFails) {
   EXPECT_TRUE(Install({Package("A_1.drv"), Package("B_1.drv")}));
   EXPECT_TRUE(Exists("B/driver.inf"));
   EXPECT_THAT(status.messages, IsEmpty());
+}
+
+TEST_F(Installing, DoesTheStepsAfterUnpackingAlsoWhenThatFails) {
+  Driver("A/driver.inf/a folder in the file's place");
+  DriverFile("A/Download.EXE", "old");
+  EXPECT_TRUE(Install({Package("A_1.drv", {{"Upload.EXE", "x"}})}));
+  EXPECT_FALSE(Exists("A/Upload.EXE"));
+  EXPECT_TRUE(Exists("A/Data"));
+  EXPECT_THAT(starting.started, ElementsAre("A/Download.EXE /v (minimised)"));
+}
+
+TEST_F(Installing, StartsHiddenProgramsToo) {
+  DriverFile("A/.hidden.exe", "x");
+  Install({Package("A_1.drv")});
+  EXPECT_THAT(starting.started, ElementsAre("A/.hidden.exe /v (minimised)"));
 }
 
 TEST_F(Installing, PassesOverADataThatIsAFile) {
@@ -277,6 +294,12 @@ TEST_F(CollectingPackages, LeavesOldEntriesBehindTheNewOnes) {
   folder.WriteFile(InData("Meter_1.drv"));
   Collect();
   EXPECT_EQ(window.DriverFileList[2], "old 2");
+}
+
+TEST_F(CollectingPackages, PassesOverAFileThatNamesNoDriver) {
+  folder.WriteFile(InData("_1.drv"));
+  folder.WriteFile(InData(".._1.drv"));
+  EXPECT_EQ(Collect(), 0);
 }
 
 TEST_F(CollectingPackages, FailsForAFileWithoutAnUnderscore) {

@@ -42,6 +42,14 @@ TEST_P(PlatformContract, StartedProcessesAreInASessionOfTheirOwn) {
   EXPECT_EQ(std::stoi(text.substr(text.find(' '))), identifier);
 }
 
+TEST_P(PlatformContract, StartedProcessesHaveNoStandardFilesOfOurs) {
+  const std::string tool = Script(folder, "tool",
+                                  "files=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
+                                  "echo \"$files\" > out.part; mv out.part out");
+  platform.StartProcess(tool, {}, StartWindow::kNormal);
+  EXPECT_EQ(WaitForLine(folder / "out"), "/dev/null\n/dev/null\n/dev/null\n");
+}
+
 TEST_P(PlatformContract, StartedProcessesNeedAProgramThatIsThere) {
   EXPECT_EQ(ErrorOf([&] { platform.StartProcess(folder / "missing", {}, StartWindow::kNormal); }),
             kFileNotFound);

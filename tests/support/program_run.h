@@ -34,8 +34,10 @@ class RootedPlatform : public HandMovedPlatform {
 // Answers messages as the test says and keeps what was shown.
 class RecordingFrontEnd : public NullFrontEnd {
  public:
-  Answer MsgBox(std::string_view text, MessageButtons, MessageIcon,
+  Answer MsgBox(std::string_view text, MessageButtons, MessageIcon icon,
                 std::string_view title) override {
+    icons.push_back(icon);
+    pointersAtMessages.push_back(MousePointer());
     messages.push_back(std::string(title) + ": " + std::string(text));
     return answer;
   }
@@ -43,6 +45,8 @@ class RecordingFrontEnd : public NullFrontEnd {
 
   static constexpr float kFrameHeight = 600;  // twips
   std::vector<std::string> messages;
+  std::vector<MessageIcon> icons;  // of the messages
+  std::vector<int> pointersAtMessages;
   Answer answer = Answer::kOk;
   std::vector<int> pointers;
 

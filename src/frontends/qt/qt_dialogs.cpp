@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QCursor>
+#include <QDir>
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
@@ -62,10 +63,21 @@ Answer QtFrontEnd::MsgBox(std::string_view text, MessageButtons buttons, Message
   return box.standardButton(box.clickedButton()) == QMessageBox::Yes ? Answer::kYes : Answer::kNo;
 }
 
+namespace {
+
+// Where the search begins. The folder of all drives, which has a name of another kind, is the root.
+QString StartFolder(const CommonDialog& dialog) {
+  const QString folder = ToText(dialog.InitDir);
+  return QDir(folder).isAbsolute() && QDir(folder).exists() ? folder : QDir::rootPath();
+}
+
+}  // namespace
+
+// A file name with a wildcard is what the filter says already, so the name starts empty.
 void QtFrontEnd::ShowOpen(CommonDialog& dialog) {
   dispatcher_.ThrowIfEnding();
   InstallUserLanguage();
-  QFileDialog chooser(Owner(), ToText(dialog.DialogTitle), ToText(dialog.InitDir),
+  QFileDialog chooser(Owner(), ToText(dialog.DialogTitle), StartFolder(dialog),
                       ToText(dialog.Filter));
   chooser.setObjectName(ToText(dialog.Name));
   chooser.setFileMode(QFileDialog::ExistingFile);

@@ -1,5 +1,6 @@
 #include "platform/linux/processes.h"
 
+#include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -45,6 +46,25 @@ class SpawnAttributes {
   posix_spawnattr_t attributes_;
 };
 
+// The child neither reads this program's input nor holds its output open, which a pipe would wait
+// for.
+class NoStandardFiles {
+ public:
+  NoStandardFiles() {
+    ::posix_spawn_file_actions_init(&actions_);
+    ::posix_spawn_file_actions_addopen(&actions_, 0, "/dev/null", O_RDONLY, 0);
+    ::posix_spawn_file_actions_addopen(&actions_, 1, "/dev/null", O_WRONLY, 0);
+    ::posix_spawn_file_actions_addopen(&actions_, 2, "/dev/null", O_WRONLY, 0);
+  }
+  ~NoStandardFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
+  NoStandardFiles(const NoStandardFiles&) = delete;
+  NoStandardFiles& operator=(const NoStandardFiles&) = delete;
+  const posix_spawn_file_actions_t* Get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_;
+};
+
 // The error of a program that could not be executed.
 RuntimeError StartError(int code, std::string_view program, std::string_view interpreter) {
   if (code == ENOEXEC) {
@@ -78,10 +98,11 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
   pointers.push_back(nullptr);
 
   const SpawnAttributes attributes;
+  const NoStandardFiles files;
   pid_t child = 0;
-  const int code = interpreter.empty() ? ::posix_spawn(&child, pointers[0], nullptr,
+  const int code = interpreter.empty() ? ::posix_spawn(&child, pointers[0], files.Get(),
                                                        attributes.Get(), pointers.data(), environ)
-                                       : ::posix_spawnp(&child, pointers[0], nullptr,
+                                       : ::posix_spawnp(&child, pointers[0], files.Get(),
                                                         attributes.Get(), pointers.data(), environ);
   if (code != 0) throw StartError(code, program, interpreter);
   children.push_back(child);

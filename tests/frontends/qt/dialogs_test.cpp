@@ -1,5 +1,6 @@
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -93,6 +94,21 @@ TEST_F(DialogsTest, TheOpenDialogGivesTheChosenFile) {
   });
   screen.ShowOpen(dialog);
   EXPECT_EQ(dialog.FileName, path);
+}
+
+TEST_F(DialogsTest, TheOpenDialogBeginsInTheRootForTheFolderOfAllDrives) {
+  Start();
+  State().dlgCommonDialog.InitDir = "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}";
+  WhenDialogAppears([](QWidget& shown) {
+    auto& chooser = dynamic_cast<QFileDialog&>(shown);
+    EXPECT_EQ(chooser.directory().absolutePath(), "/");
+    auto* const name = chooser.findChild<QLineEdit*>("fileNameEdit");
+    if (name) {
+      EXPECT_EQ(name->text(), "");
+    }
+    chooser.reject();
+  });
+  EXPECT_THROW(screen.ShowOpen(State().dlgCommonDialog), RuntimeError);
 }
 
 TEST_F(DialogsTest, CancellingTheOpenDialogIsAnError) {
