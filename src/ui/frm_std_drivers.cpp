@@ -27,16 +27,16 @@ frmStdDrivers::frmStdDrivers(Globals& globals, PackageList& packages)
 // Each load starts from the design texts, so that they are translated once.
 void frmStdDrivers::Design() {
   Caption = Phrase("Add Driver");
-  Place = {0, 0, 6600, 4200};
+  Place = {0, 0, 7200, 4200};
   Frame1.Caption = Phrase("Select Driver");
   Frame1.Place = {180, 120, 4320, 3900};
   file_stddrvs.Place = {360, 480, 3960, 3360};
   cmd_adddriver.Caption = Phrase("Add Driver");
-  cmd_adddriver.Place = {4680, 240, 1740, 420};
+  cmd_adddriver.Place = {4680, 390, 2340, 420};
   cmd_havedisk.Caption = Phrase("Have Disk...");
-  cmd_havedisk.Place = {4680, 780, 1740, 420};
+  cmd_havedisk.Place = {4680, 930, 2340, 420};
   cmd_cancel.Caption = Phrase("Cancel");
-  cmd_cancel.Place = {4680, 1320, 1740, 420};
+  cmd_cancel.Place = {4680, 1470, 2340, 420};
 }
 
 void frmStdDrivers::Form_Load() {
