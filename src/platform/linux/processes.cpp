@@ -94,6 +94,7 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
   words.emplace_back(program);
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
 
