@@ -211,6 +211,33 @@ TEST_F(Installing, StartsHiddenProgramsToo) {
   EXPECT_THAT(starting.started, ElementsAre("A/.hidden.exe /v (minimised)"));
 }
 
+TEST_F(Installing, TakesANameWithATildeThoughItHasNoVersionRecords) {
+  EXPECT_TRUE(Install({Package("A~B_1.drv")}));
+  EXPECT_TRUE(Exists("A~B/driver.inf"));
+  EXPECT_EQ(Item("A~B").SubItems[3], "");
+}
+
+// Nothing may be made in `Drivers`.
+class ReadOnlyDrivers : public StartingPlatform {
+ public:
+  using StartingPlatform::StartingPlatform;
+  void MakeFolder(std::string_view path) override {
+    if (path.find("/Drivers/") != std::string_view::npos) throw RuntimeError(kPermissionDenied);
+    StartingPlatform::MakeFolder(path);
+  }
+};
+
+TEST_F(Installing, PassesOverADriversDirectoryThatMayNotBeWritten) {
+  ReadOnlyDrivers readOnly(folder.Path());
+  readOnly.specialFolders = platform.specialFolders;
+  globals = std::make_unique<Globals>(readOnly, status, "");
+  globals->OpenSettings();
+  EXPECT_TRUE(Install({Package("A_1.drv", {{"Download.EXE", "x"}})}));
+  EXPECT_FALSE(Exists("A"));
+  EXPECT_THAT(status.messages, IsEmpty());
+  EXPECT_TRUE(readOnly.started.empty());
+}
+
 TEST_F(Installing, PassesOverADataThatIsAFile) {
   EXPECT_TRUE(Install({Package("A_1.drv", {{"Data", "a file"}})}));
   EXPECT_EQ(folder.ReadFile(InDrivers("A/Data")), "a file");
