@@ -11,7 +11,7 @@
 namespace tarvo {
 namespace {
 
-constexpr std::uint64_t kLargestSample = 1024 * 1024;
+constexpr std::uint64_t kLargestSample = std::uint64_t{1024} * 1024;
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 

@@ -8,7 +8,7 @@
 namespace tarvo {
 namespace {
 
-constexpr std::size_t kPiece = 256 * 1024;
+constexpr std::size_t kPiece = std::size_t{256} * 1024;
 
 // A hidden name beside the file, the same at every run.
 std::string UnfinishedName(std::string_view path) {
