@@ -7,12 +7,21 @@
 #include "forms/controls.h"
 #include "forms/form.h"
 #include "forms/list_view.h"
+#include "platform/help_command.h"
 
 namespace tarvo {
 
 enum class MessageButtons { kOk, kYesNo };
 enum class MessageIcon { kNone, kQuestion, kExclamation, kInformation };
 enum class Answer { kOk, kYes, kNo };
+
+// What of a help file is to be shown, and how.
+struct HelpRequest {
+  std::string file;  // path
+  HelpCommand command = HelpCommand::kContents;
+  std::string key;       // what the search begins with
+  std::string language;  // of the user, such as "de"; "" or one that the file lacks gives English
+};
 
 // Values of the mouse pointer.
 inline constexpr int kDefaultPointer = 0;
@@ -69,6 +78,11 @@ class FrontEnd {
 
   // Pops a menu up at the mouse position, one entry bold, and runs what the user chooses.
   virtual void PopupMenu(MenuItem& menu, const MenuItem* defaultEntry) = 0;
+
+  // Shows the program's help file in a window of its own, which takes input beside `owner` and goes
+  // with it; a help window that is open already is used again. Returns at once. Raises what reading
+  // the file raises, and 321 for a file that is no help file of the program's.
+  virtual void ShowHelp(Form& owner, const HelpRequest& request) = 0;
 
   // Width of a text in twips, without margin: in the window's own font, and in a given one.
   virtual float TextWidth(std::string_view text) = 0;

@@ -17,6 +17,7 @@ class NullFrontEnd : public FrontEnd {
                 std::string_view title) override;
   void ShowOpen(CommonDialog& dialog) override;
   void PopupMenu(MenuItem&, const MenuItem*) override {}
+  void ShowHelp(Form&, const HelpRequest&) override {}
   float TextWidth(std::string_view text) override;
   float TextWidth(std::string_view text, const Font& font) override;
   float ScaleWidth(const Form& form) override { return form.Place.Width; }

@@ -30,6 +30,9 @@ class ForwardingPlatform : public Platform {
     return target_.Attributes(path);
   }
   bool IsLink(std::string_view path) override { return target_.IsLink(path); }
+  void SetAttributes(std::string_view path, unsigned attributes) override {
+    target_.SetAttributes(path, attributes);
+  }
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
     return target_.OpenFile(path, use);
   }
@@ -45,6 +48,30 @@ class ForwardingPlatform : public Platform {
                    StartWindow window) override {
     return target_.StartProcess(program, arguments, window);
   }
+  bool ProcessLives(int process) override { return target_.ProcessLives(process); }
+  void BringToFront(int process) override { target_.BringToFront(process); }
+  std::unique_ptr<FolderWatch> WatchFolder(std::string_view folder) override {
+    return target_.WatchFolder(folder);
+  }
+  void OpenFolder(std::string_view folder) override { target_.OpenFolder(folder); }
+  void ShowFile(std::string_view file) override { target_.ShowFile(file); }
+  void OpenByVerb(std::string_view path, std::string_view workingFolder) override {
+    target_.OpenByVerb(path, workingFolder);
+  }
+  void OpenClassicHelp(std::string_view file, HelpCommand command, std::string_view key) override {
+    target_.OpenClassicHelp(file, command, key);
+  }
+  OpenedKey OpenRegistryKey(RegistryRoot root, std::string_view path,
+                            RegistryAccess access) override {
+    return target_.OpenRegistryKey(root, path, access);
+  }
+  OpenedKey MakeRegistryKey(RegistryRoot root, std::string_view path) override {
+    return target_.MakeRegistryKey(root, path);
+  }
+  void DeleteProgramSettings(std::string_view application, std::string_view section) override {
+    target_.DeleteProgramSettings(application, section);
+  }
+  std::vector<SystemFinding> Findings() override { return target_.Findings(); }
   double Now() override { return target_.Now(); }
   double SecondsSinceMidnight() override { return target_.SecondsSinceMidnight(); }
   std::string ShortDate(CalendarDate date) override { return target_.ShortDate(date); }

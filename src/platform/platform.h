@@ -8,6 +8,9 @@
 #include <vector>
 
 #include "platform/file.h"
+#include "platform/folder_watch.h"
+#include "platform/help_command.h"
+#include "platform/registry.h"
 
 namespace tarvo {
 
@@ -34,6 +37,13 @@ enum Attribute : unsigned {
 // How a started program's window is to appear: a wish, since the windowing system may know no such
 // request.
 enum class StartWindow { kNormal, kMinimised };
+
+// One thing that the system should have, and whether it is as it should be.
+struct SystemFinding {
+  std::string topic;  // "File manager"
+  bool isGood = true;
+  std::string sentence;  // in English, without a line end
+};
 
 struct CalendarDate {
   int year;
@@ -87,6 +97,11 @@ class Platform {
   // Whether a path names a symbolic link itself, wherever that leads. Never throws.
   virtual bool IsLink(std::string_view path) = 0;
 
+  // Sets a file's or folder's attributes as far as the system has them, of which kReadOnly is one;
+  // a name stays as hidden as it is. A symbolic link is left alone, and so is what it leads to. 53
+  // when there is nothing.
+  virtual void SetAttributes(std::string_view path, unsigned attributes) = 0;
+
   // Opens a file; 53 when it must exist and does not, 75 for a folder.
   virtual std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) = 0;
 
@@ -115,6 +130,46 @@ class Platform {
   // may not be executed, 5 when it is none.
   virtual int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
                            StartWindow window) = 0;
+
+  // Whether a process that StartProcess gave still runs. One that has ended, killed ones too, is
+  // forgotten by the call that says so. Never throws.
+  virtual bool ProcessLives(int process) = 0;
+
+  // Asks the windowing system to bring the window of such a process, or of one that it started, to
+  // the front and to give it the focus. Nothing happens while there is no such window, or where the
+  // windowing system knows no such request. Never throws.
+  virtual void BringToFront(int process) = 0;
+
+  // Begins to watch a folder and everything below it; 76 when it is missing.
+  virtual std::unique_ptr<FolderWatch> WatchFolder(std::string_view folder) = 0;
+
+  // Opens a folder in the system's file manager; shows a file there, selected in its folder.
+  // Nothing waits for the file manager. 53 when the system has none, 76 (OpenFolder) when the
+  // folder is missing.
+  virtual void OpenFolder(std::string_view folder) = 0;
+  virtual void ShowFile(std::string_view file) = 0;
+
+  // The shell's verb "open": runs a program in a working folder, opens anything else with the
+  // program that the user's desktop has for it. Nothing waits. Errors as StartProcess.
+  virtual void OpenByVerb(std::string_view path, std::string_view workingFolder) = 0;
+
+  // Opens a help file of the classic binary format in the system's viewer, at its contents or at
+  // the search with `key` entered. 53 when the system has no viewer.
+  virtual void OpenClassicHelp(std::string_view file, HelpCommand command,
+                               std::string_view key) = 0;
+
+  // Opens or makes a key of the system registry; `path` separates its names by "\". Never throws.
+  virtual OpenedKey OpenRegistryKey(RegistryRoot root, std::string_view path,
+                                    RegistryAccess access) = 0;
+  virtual OpenedKey MakeRegistryKey(RegistryRoot root, std::string_view path) = 0;
+
+  // Deletes a section of the user's program settings that belong to an application, or all of them
+  // for the section "". Raises an error when there is none, on systems that have such settings.
+  virtual void DeleteProgramSettings(std::string_view application, std::string_view section) = 0;
+
+  // What of this system the program depends on, each in one sentence: the file manager and what
+  // runs programs for Windows, and anything odd about them.
+  virtual std::vector<SystemFinding> Findings() = 0;
 
   // Local date and time: days since 30 December 1899, the time of day as the fraction.
   virtual double Now() = 0;

@@ -39,6 +39,7 @@ class QtFrontEnd : public FrontEnd {
                 std::string_view title) override;
   void ShowOpen(CommonDialog& dialog) override;
   void PopupMenu(MenuItem& menu, const MenuItem* defaultEntry) override;
+  void ShowHelp(Form& owner, const HelpRequest& request) override;
   float TextWidth(std::string_view text) override;
   float TextWidth(std::string_view text, const Font& font) override;
   float ScaleWidth(const Form& form) override;

@@ -13,11 +13,16 @@
 #include "base/code_page.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
+#include "platform/linux/desktop.h"
+#include "platform/linux/findings.h"
 #include "platform/linux/folder_listing.h"
 #include "platform/linux/linux_file.h"
+#include "platform/linux/linux_folder_watch.h"
 #include "platform/linux/long_path.h"
+#include "platform/linux/mime_registry.h"
 #include "platform/linux/processes.h"
 #include "platform/linux/special_folders.h"
+#include "platform/linux/window_activation.h"
 #include "platform/platform.h"
 
 namespace tarvo {
@@ -150,6 +155,22 @@ class LinuxPlatform final : public Platform {
     return status && S_ISLNK(status->st_mode);
   }
 
+  // Of the attributes only the owner's right to write can be set here.
+  void SetAttributes(std::string_view path, unsigned attributes) override {
+    const ReachedPath reached = ReachPath(path);
+    const Descriptor file(
+        ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    if (file.Get() < 0) throw FileError(errno, reached, path);
+    struct stat status;
+    if (::fstat(file.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, std::string(path));
+    if (S_ISLNK(status.st_mode)) return;
+    const mode_t others = status.st_mode & 07777 & ~static_cast<mode_t>(S_IWUSR);
+    const mode_t mode = (attributes & kReadOnly) != 0 ? others : others | S_IWUSR;
+    // The descriptor names the file itself, so that nothing put in its place meanwhile is changed.
+    const std::string self = "/proc/self/fd/" + std::to_string(file.Get());
+    if (::chmod(self.c_str(), mode) != 0) throw RuntimeError::FromErrno(errno, std::string(path));
+  }
+
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
     return OpenLinuxFile(path, use);
   }
@@ -191,6 +212,36 @@ class LinuxPlatform final : public Platform {
                    StartWindow) override {
     return StartLinuxProcess(program, arguments);
   }
+
+  bool ProcessLives(int process) override { return LinuxProcessLives(process); }
+
+  void BringToFront(int process) override { BringX11WindowToFront(process); }
+
+  std::unique_ptr<FolderWatch> WatchFolder(std::string_view folder) override {
+    return WatchLinuxFolder(folder);
+  }
+
+  void OpenFolder(std::string_view folder) override { OpenFolderOnDesktop(folder); }
+  void ShowFile(std::string_view file) override { ShowFileOnDesktop(file); }
+  void OpenByVerb(std::string_view path, std::string_view workingFolder) override {
+    OpenByVerbOnDesktop(path, workingFolder);
+  }
+  void OpenClassicHelp(std::string_view file, HelpCommand, std::string_view) override {
+    OpenClassicHelpOnDesktop(file);
+  }
+
+  OpenedKey OpenRegistryKey(RegistryRoot root, std::string_view path,
+                            RegistryAccess access) override {
+    return OpenMimeKey(root, path, access);
+  }
+  OpenedKey MakeRegistryKey(RegistryRoot root, std::string_view path) override {
+    return MakeMimeKey(root, path);
+  }
+
+  // This system keeps no program settings beside the settings store.
+  void DeleteProgramSettings(std::string_view, std::string_view) override {}
+
+  std::vector<SystemFinding> Findings() override { return LinuxFindings(); }
 
   double Now() override {
     const LocalTime now = ReadClock();

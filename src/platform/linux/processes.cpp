@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 
@@ -77,16 +78,22 @@ RuntimeError StartError(int code, std::string_view program, std::string_view int
   return RuntimeError::FromErrno(code, std::string(program));
 }
 
+// The children that nobody has found ended yet.
+std::vector<pid_t>& LivingChildren() {
+  static std::vector<pid_t> children;
+  return children;
+}
+
 // Children that have ended stay in the system's table until somebody asks for them.
-void ForgetEndedChildren(std::vector<pid_t>& children) {
-  std::erase_if(children, [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
+void ForgetEndedChildren() {
+  std::erase_if(LivingChildren(),
+                [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
 }
 
 }  // namespace
 
 int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments) {
-  static std::vector<pid_t> children;
-  ForgetEndedChildren(children);
+  ForgetEndedChildren();
 
   std::vector<std::string> words;
   if (IsForWindows(program)) words.emplace_back(kWindowsInterpreter);
@@ -106,8 +113,14 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
                                        : ::posix_spawnp(&child, pointers[0], files.Get(),
                                                         attributes.Get(), pointers.data(), environ);
   if (code != 0) throw StartError(code, program, interpreter);
-  children.push_back(child);
+  LivingChildren().push_back(child);
   return child;
+}
+
+bool LinuxProcessLives(int process) {
+  ForgetEndedChildren();
+  const std::vector<pid_t>& children = LivingChildren();
+  return std::find(children.begin(), children.end(), process) != children.end();
 }
 
 }  // namespace tarvo

@@ -10,4 +10,7 @@ namespace tarvo {
 // and run through "wine".
 int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments);
 
+// Whether a started process still runs; see Platform::ProcessLives.
+bool LinuxProcessLives(int process);
+
 }  // namespace tarvo
