@@ -75,16 +75,16 @@ void DictionaryTable::SetFileName(Platform& platform, std::string_view fileName)
   auto file = std::make_shared<LoadedFile>();
   file->name = fileName;
   file->bytes = ReadWholeFile(platform, fileName);
-  file->entries = ReadMoFile(file->bytes, fileName);
+  file->content = ReadMoFile(file->bytes, fileName);
   file_ = std::move(file);
-  records_ = file_->entries;
+  records_ = file_->content.entries;
   positions_ = {};
   current_ = 0;
 }
 
 void DictionaryTable::SetFileName(const DictionaryTable& other) {
   file_ = other.file_;
-  records_ = file_ ? file_->entries : std::vector<MoEntry>{};
+  records_ = file_ ? file_->content.entries : std::vector<MoEntry>{};
   positions_ = {};
   current_ = 0;
 }
@@ -94,26 +94,31 @@ const std::string& DictionaryTable::FileName() const {
   return file_ ? file_->name : none;
 }
 
+std::string_view DictionaryTable::Language() const {
+  return file_ ? file_->content.language : std::string_view();
+}
+
 void DictionaryTable::SetOrderField(std::string_view name) {
   const int position = FieldPosition(name);
   current_ = 0;
   if (!file_) return;
 
   std::size_t size = 0;
-  for (const MoEntry& entry : file_->entries) size += Record(entry).Item(position).Value().size();
+  for (const MoEntry& entry : file_->content.entries)
+    size += Record(entry).Item(position).Value().size();
   std::string folded;
   std::vector<std::size_t> ends;
   folded.reserve(2 * size);
-  ends.reserve(file_->entries.size());
-  for (const MoEntry& entry : file_->entries) {
+  ends.reserve(file_->content.entries.size());
+  for (const MoEntry& entry : file_->content.entries) {
     AppendFolded(folded, Record(entry).Item(position).Value());
     ends.push_back(folded.size());
   }
 
   std::vector<SortKey> keys;
-  keys.reserve(file_->entries.size());
+  keys.reserve(file_->content.entries.size());
   std::size_t start = 0;
-  for (const MoEntry& entry : file_->entries) {
+  for (const MoEntry& entry : file_->content.entries) {
     const std::size_t end = ends[keys.size()];
     const std::string_view key = std::string_view(folded).substr(start, end - start);
     keys.push_back({OrderPrefix(key), key, Record(entry).Item(position).Value(), &entry});

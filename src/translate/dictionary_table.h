@@ -62,6 +62,10 @@ class DictionaryTable {
   // The open file's name as it was given; "" when none is open.
   const std::string& FileName() const;
 
+  // The language that the open file says its translations are in, such as "de" or "de_AT"; "" when
+  // it says none or no file is open.
+  std::string_view Language() const;
+
   // Orders the records by a field, ascending without regard to letter case, ties by code point, and
   // stands on the first. Error 9 for an unknown field.
   void SetOrderField(std::string_view name);
@@ -94,7 +98,7 @@ class DictionaryTable {
   struct LoadedFile {
     std::string name;
     std::string bytes;
-    std::vector<MoEntry> entries;
+    MoFile content;
   };
 
   static const MoEntry kNoEntry;

@@ -1,5 +1,6 @@
 #include "translate/mo_file.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -79,25 +80,41 @@ class Reader {
   bool bigEndian_ = false;
 };
 
+std::string_view LanguageIn(std::string_view description) {
+  constexpr std::string_view kBlanks = " \t\r";
+  while (!description.empty()) {
+    const std::size_t end = std::min(description.find('\n'), description.size());
+    const std::string_view line = description.substr(0, end);
+    if (EqualIgnoringCase(line.substr(0, mo::kLanguageField.size()), mo::kLanguageField)) {
+      std::string_view value = line.substr(mo::kLanguageField.size());
+      value.remove_prefix(std::min(value.find_first_not_of(kBlanks), value.size()));
+      return value.substr(0, value.find_last_not_of(kBlanks) + 1);
+    }
+    description.remove_prefix(std::min(end + 1, description.size()));
+  }
+  return {};
+}
+
 }  // namespace
 
-std::vector<MoEntry> ReadMoFile(std::string_view bytes, std::string_view fileName) {
+MoFile ReadMoFile(std::string_view bytes, std::string_view fileName) {
   const Reader reader(bytes, fileName);
   const std::uint32_t count = reader.Count();
-  std::vector<MoEntry> entries;
-  entries.reserve(count);
+  MoFile file;
+  file.entries.reserve(count);
   for (std::uint32_t i = 0; i < count; ++i) {
     const MoEntry entry{reader.TextAt(mo::kOriginalsAt, i), reader.TextAt(mo::kTranslationsAt, i)};
     if (entry.original.empty()) {
       reader.CheckCharacterSet(entry.translation);
+      file.language = LanguageIn(entry.translation);
       continue;
     }
     constexpr char kSkipped[] = {mo::kContextSeparator, mo::kPluralSeparator};
     const bool isSkipped =
         entry.original.find_first_of(kSkipped, 0, sizeof kSkipped) != std::string_view::npos;
-    if (!isSkipped) entries.push_back(entry);
+    if (!isSkipped) file.entries.push_back(entry);
   }
-  return entries;
+  return file;
 }
 
 }  // namespace tarvo

@@ -28,7 +28,9 @@ inline constexpr std::uint32_t kTableEntrySize = 8;
 inline constexpr char kContextSeparator = '\x04';
 inline constexpr char kPluralSeparator = '\0';
 
-// The record with the empty original describes the file, among other things its character set.
+// The record with the empty original describes the file in lines, among other things its character
+// set and its language.
 inline constexpr std::string_view kCharsetField = "charset=";
+inline constexpr std::string_view kLanguageField = "Language:";  // begins a line
 
 }  // namespace tarvo::mo

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/text.h"
 #include "common/library.h"
 #include "forms/form.h"
 #include "forms/front_end.h"
@@ -25,6 +26,10 @@ class Translator {
   // dictionary is open.
   void LoadDictionary(std::string_view fileName);
   bool HasDictionary() const { return !english_.FileName().empty(); }
+
+  // The language of the translations as the dictionary names it, such as "de" or "de_AT"; ""
+  // without a dictionary or when it does not say.
+  std::string Language() const { return ValidUtf8(english_.Language()); }
 
   // The phrase in the user's language, itself when the dictionary lacks it; then, if the text holds
   // "%1" at all, every "%" with a digit is replaced by that field of the parameters, which are

@@ -37,8 +37,9 @@ std::string Compiled(std::string_view poText, const std::string& options = {}) {
 
 TEST(MoFile, GivesEveryPhraseWithItsTranslation) {
   const std::string bytes = Compiled(PoText({{"Open", "Öffnen"}, {"Close", "Schließen"}}));
-  EXPECT_THAT(ReadMoFile(bytes, ""), testing::UnorderedElementsAre(IsEntry("Open", "Öffnen"),
-                                                                   IsEntry("Close", "Schließen")));
+  EXPECT_THAT(
+      ReadMoFile(bytes, "").entries,
+      testing::UnorderedElementsAre(IsEntry("Open", "Öffnen"), IsEntry("Close", "Schließen")));
 }
 
 TEST(MoFile, ReadsBothByteOrders) {
@@ -46,12 +47,12 @@ TEST(MoFile, ReadsBothByteOrders) {
   const std::string little = Compiled(text, "--endianness=little");
   const std::string big = Compiled(text, "--endianness=big");
   ASSERT_NE(little, big);
-  EXPECT_EQ(ReadMoFile(little, "").size(), 2U);
-  EXPECT_THAT(ReadMoFile(big, ""), testing::Contains(IsEntry("Close", "Schließen")));
+  EXPECT_EQ(ReadMoFile(little, "").entries.size(), 2U);
+  EXPECT_THAT(ReadMoFile(big, "").entries, testing::Contains(IsEntry("Close", "Schließen")));
 }
 
 TEST(MoFile, ReadsAFileWithoutAHashTable) {
-  EXPECT_EQ(ReadMoFile(Compiled(PoText({{"a", "b"}}), "--no-hash"), "").size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoText({{"a", "b"}}), "--no-hash"), "").entries.size(), 1U);
 }
 
 TEST(MoFile, LeavesOutContextsAndPlurals) {
@@ -60,22 +61,44 @@ TEST(MoFile, LeavesOutContextsAndPlurals) {
                                      "msgid \"%1 file\"\nmsgid_plural \"%1 files\"\n"
                                      "msgstr[0] \"%1 Datei\"\nmsgstr[1] \"%1 Dateien\"\n\n"
                                      "msgid \"Close\"\nmsgstr \"Schließen\"\n");
-  EXPECT_THAT(ReadMoFile(bytes, ""), testing::ElementsAre(IsEntry("Close", "Schließen")));
+  EXPECT_THAT(ReadMoFile(bytes, "").entries, testing::ElementsAre(IsEntry("Close", "Schließen")));
+}
+
+// The language that a catalogue with these lines in its description is in.
+std::string LanguageOf(const std::string& lines) {
+  const std::string bytes = Compiled("msgid \"\"\nmsgstr \"" + lines + "\"\n");
+  return std::string(ReadMoFile(bytes, "").language);
+}
+
+TEST(MoFile, TellsTheLanguageThatItsDescriptionNames) {
+  const std::string charset = "Content-Type: text/plain; charset=UTF-8\\n";
+  EXPECT_EQ(LanguageOf("Language: de\\n" + charset), "de");
+  EXPECT_EQ(LanguageOf(charset + "Language: de_AT\\n"), "de_AT");
+  EXPECT_EQ(LanguageOf("Language-Team: German\\nLanguage:fr \\t\\r\\n" + charset), "fr");
+  EXPECT_EQ(LanguageOf(charset + "language: es"), "es");
+}
+
+TEST(MoFile, NamesNoLanguageWhenItsDescriptionDoesNot) {
+  const std::string charset = "Content-Type: text/plain; charset=UTF-8\\n";
+  EXPECT_EQ(LanguageOf(charset), "");
+  EXPECT_EQ(LanguageOf(charset + "Language: \\n"), "");
+  EXPECT_EQ(LanguageOf(charset + "X-Language: de\\nLanguage-Team: German\\n"), "");
+  EXPECT_EQ(ReadMoFile(Compiled("msgid \"a\"\nmsgstr \"Language: de\"\n"), "").language, "");
 }
 
 TEST(MoFile, AFileWithoutAnyRecordIsEmpty) {
-  EXPECT_TRUE(ReadMoFile(Compiled(PoHeader()), "").empty());
+  EXPECT_TRUE(ReadMoFile(Compiled(PoHeader()), "").entries.empty());
   const std::string nothing(
       "\xDE\x12\x04\x95\0\0\0\0\0\0\0\0\x1C\0\0\0\x1C\0\0\0\0\0\0\0\x1C\0\0\0", 28);
-  EXPECT_TRUE(ReadMoFile(nothing, "").empty());
+  EXPECT_TRUE(ReadMoFile(nothing, "").entries.empty());
 }
 
 TEST(MoFile, ReadsAsciiAndFilesThatNameNoCharacterSet) {
   const std::string phrase = "msgid \"a\"\nmsgstr \"b\"\n";
-  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("ASCII") + phrase), "").size(), 1U);
-  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("US-ASCII") + phrase), "").size(), 1U);
-  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("utf-8") + phrase), "").size(), 1U);
-  EXPECT_EQ(ReadMoFile(Compiled(phrase), "").size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("ASCII") + phrase), "").entries.size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("US-ASCII") + phrase), "").entries.size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(PoHeader("utf-8") + phrase), "").entries.size(), 1U);
+  EXPECT_EQ(ReadMoFile(Compiled(phrase), "").entries.size(), 1U);
 }
 
 TEST(MoFile, AnotherCharacterSetIsRefusedByName) {

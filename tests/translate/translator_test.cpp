@@ -104,6 +104,24 @@ TEST_F(TranslatorTest, AnEmptyDictionaryIsOpenAndTranslatesNothing) {
   EXPECT_EQ(translator_.Translate("%1!", "a"), "a!");
 }
 
+TEST_F(TranslatorTest, TellsTheLanguageOfTheDictionary) {
+  EXPECT_EQ(translator_.Language(), "");
+  MakeDictionary(folder_, "msgid \"\"\nmsgstr \"Language: de_AT\\n\"\n");
+  translator_.LoadDictionary("TARVO.DIC");
+  EXPECT_EQ(translator_.Language(), "de_AT");
+  Load({{"Open", "Öffnen"}});
+  EXPECT_EQ(translator_.Language(), "");
+}
+
+TEST_F(TranslatorTest, HasNoLanguageAfterADictionaryThatCannotBeRead) {
+  MakeDictionary(folder_, "msgid \"\"\nmsgstr \"Language: de\\n\"\n");
+  translator_.LoadDictionary("TARVO.DIC");
+  ASSERT_EQ(translator_.Language(), "de");
+  folder_.WriteFile("TARVO.DIC", "damaged");
+  EXPECT_THROW(translator_.LoadDictionary("TARVO.DIC"), RuntimeError);
+  EXPECT_EQ(translator_.Language(), "");
+}
+
 TEST_F(TranslatorTest, TheDictionaryTranslatesTheApplicationTitle) {
   Load({{"Tarvo", "Titel"}, {"Titel", "Zweiter"}});
   EXPECT_EQ(translator_.ApplicationTitle(), "Titel");

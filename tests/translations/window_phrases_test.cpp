@@ -87,6 +87,11 @@ TEST_P(WindowPhrases, TheDictionaryOfTheBuildIsThere) {
   EXPECT_TRUE(run.globals.translator.HasDictionary());
 }
 
+TEST_P(WindowPhrases, TheDictionaryTellsItsLanguage) {
+  ProgramRun run(GetParam());
+  EXPECT_EQ(run.globals.translator.Language(), GetParam());
+}
+
 TEST_P(WindowPhrases, AccessKeysAreUniqueInEveryMenu) {
   ProgramRun run(GetParam());
   EXPECT_EQ(SharedKeys(Captions(run.main.MenuBar)), Texts{});
