@@ -3,6 +3,7 @@
 #include "actions/field_definitions.h"
 #include "actions/hand_held.h"
 #include "archive/package.h"
+#include "base/absorb.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "catalogue/driver_list.h"
@@ -14,15 +15,6 @@ namespace {
 
 constexpr std::size_t kExtensionLength = 4;  // of ".drv"
 constexpr std::string_view kSeparators = "/\\";
-
-template <typename Step>
-void Absorb(Step&& step) {
-  try {
-    step();
-  } catch (const RuntimeError&) {
-    // Installing goes on with the next step.
-  }
-}
 
 void ShowStatus(Globals& globals, MainWindow& window, std::string text) {
   window.sbStatusBar.Panels[0].Text = std::move(text);

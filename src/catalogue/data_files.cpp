@@ -2,29 +2,10 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "catalogue/folder_walk.h"
 
 namespace tarvo {
 namespace {
-
-constexpr std::size_t kMostSubfolders = 101;
-
-constexpr int kDeepestLevel = 2000;
-
-// The hourglass from the start of a folder's count, the default pointer at its end: the innermost
-// folder's end shows the default though the outer ones are still being counted. A count that fails
-// ends so too, or the hourglass would stay for the rest of the run.
-class HourglassForFolder {
- public:
-  explicit HourglassForFolder(FrontEnd& frontEnd) : frontEnd_(frontEnd) {
-    frontEnd_.SetMousePointer(kHourglassPointer);
-  }
-  ~HourglassForFolder() { frontEnd_.SetMousePointer(kDefaultPointer); }
-  HourglassForFolder(const HourglassForFolder&) = delete;
-  HourglassForFolder& operator=(const HourglassForFolder&) = delete;
-
- private:
-  FrontEnd& frontEnd_;
-};
 
 std::optional<std::size_t> PatternOf(std::string_view name) {
   for (std::size_t i = 0; i < kDataFilePatterns.size(); ++i) {

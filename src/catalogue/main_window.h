@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "catalogue/folder_monitor.h"
 #include "catalogue/package_list.h"
 #include "forms/controls.h"
 #include "forms/form.h"
@@ -34,6 +35,7 @@ class MainWindow : public Form {
   CommonDialog dlgCommonDialog;
   FileListBox file_drivers;  // hidden: the packages in the base directory
   Timer tmrStuff;
+  FolderMonitor TARVO1;  // watches where the running download tools write
 
   PackageList DriverFileList;  // program-wide: the packages to install
   std::string dataPath;        // the data folder, also the base directory

@@ -7,4 +7,9 @@ std::string ToolVersion(Globals& globals, std::string_view driver, std::string_v
   return globals.LocalRegistry().GetSetting(key, keys::kToolVersion.defaultValue);
 }
 
+void RemoveReg(Platform& platform, std::string_view drv) {
+  platform.DeleteProgramSettings("tarvo.versions", drv);
+  platform.DeleteProgramSettings(drv, {});
+}
+
 }  // namespace tarvo

@@ -47,6 +47,7 @@ void frmDrivers::ConnectHandlers() {
   tbToolBar.ButtonClick = [this](const ToolbarButton& button) { tbToolBar_ButtonClick(button); };
   lvListView.DblClick = [this] { lvListView_DblClick(); };
   lvListView.KeyPress = [this](int& keyAscii) { lvListView_KeyPress(keyAscii); };
+  lvListView.MouseUp = [this](int button) { lvListView_MouseUp(button); };
   lvListView.ItemClick = [this](ListItem& item) { lvListView_ItemClick(item); };
   tmrStuff.Tick = [this] { tmrStuff_Timer(); };
 }
@@ -141,7 +142,7 @@ void frmDrivers::Form_KeyDown(int& keyCode) {
   // The setting is read at every key, as sibling programs may change it at any time.
   if (globals_.Setting(keys::kVista) == "yes" && keyCode == kKeyF1) {
     keyCode = 0;
-    if (mnuHelpContents.Click) mnuHelpContents.Click();
+    mnuHelpContents_Click();
   }
 }
 

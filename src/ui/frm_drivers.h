@@ -38,7 +38,15 @@ class frmDrivers : public MainWindow {
   // stays as the last use left it. Always gives "".
   std::string StandardDrivers();
 
+  // The commands on the selected driver; without a selection they do nothing. Opening, upload and
+  // properties raise what starting them raises.
   void mnuFileOpen_Click();
+  void mnuFileDownload_Click();
+  void mnuFileUpload_Click();
+  void mnuFileProperties_Click();
+  void mnuFileMobileDevice_Click();
+  void mnuFileInstallMobile_Click();
+  void mnuFileDelete_Click();
   void mnuFileRename_Click();
   void mnuFileClose_Click();
   void mnuViewToolbar_Click();
@@ -47,10 +55,13 @@ class frmDrivers : public MainWindow {
   void mnuViewLineUpIcons_Click();
   void mnuViewRefresh_Click();
   void mnuViewOptions_Click();
+  void mnuHelpContents_Click();
+  void mnuHelpSearch_Click();
   void mnuHelpAbout_Click();
 
   void lvListView_DblClick();
   void lvListView_KeyPress(int& keyAscii);
+  void lvListView_MouseUp(int button);
   void lvListView_ItemClick(ListItem& item);
   void tbToolBar_ButtonClick(const ToolbarButton& button);
   void tmrStuff_Timer();
@@ -65,6 +76,8 @@ class frmDrivers : public MainWindow {
   void AddDrivers();
   bool ChooseFromDisk(std::string& package);
   void StartWithAddingDrivers();
+  bool SelectsDriver() const;
+  void StartToolOfSelected(std::string_view tool);
   bool IsLoaded() const { return globals_.frontEnd.IsLoaded(*this); }
 
   Globals& globals_;

@@ -1,31 +1,15 @@
 #include "actions/install_drivers.h"
 #include "base/runtime_error.h"
-#include "catalogue/driver_list.h"
 #include "platform/names.h"
 #include "ui/frm_drivers.h"
 
 namespace tarvo {
 namespace {
 
-constexpr int kEnter = 13;
-
 // The shell's folder of all drives, where the search for another disk begins.
 constexpr const char* kMyComputer = "::{20D04FE0-3AEA-1069-A2D8-08002B30309D}";
 
 }  // namespace
-
-void frmDrivers::mnuFileOpen_Click() { lvListView_DblClick(); }
-
-void frmDrivers::lvListView_DblClick() {
-  const ListItem* item = lvListView.SelectedItem();
-  if (item && item->Key == kAddItemKey) AddDrivers();
-}
-
-void frmDrivers::lvListView_KeyPress(int& keyAscii) {
-  if (keyAscii != kEnter) return;
-  keyAscii = 0;
-  lvListView_DblClick();
-}
 
 void frmDrivers::AddDrivers() {
   if (!Refreshing) StandardDrivers();

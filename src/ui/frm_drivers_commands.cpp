@@ -1,5 +1,7 @@
+#include "actions/help.h"
 #include "catalogue/command_state.h"
 #include "catalogue/driver_list.h"
+#include "platform/names.h"
 #include "ui/commands.h"
 #include "ui/frm_drivers.h"
 
@@ -12,11 +14,6 @@ void Toggle(MenuItem& entry, Control& bar) {
 }
 
 }  // namespace
-
-void frmDrivers::mnuFileRename_Click() {
-  globals_.frontEnd.MsgBox("Rename Code goes here!", MessageButtons::kOk, MessageIcon::kNone,
-                           globals_.translator.ApplicationTitle());
-}
 
 void frmDrivers::mnuFileClose_Click() { globals_.frontEnd.Unload(*this); }
 
@@ -46,6 +43,18 @@ void frmDrivers::mnuViewOptions_Click() {
                            MessageIcon::kNone, globals_.translator.ApplicationTitle());
 }
 
+void frmDrivers::mnuHelpContents_Click() {
+  const std::string helpFile =
+      ResolveName(globals_.platform, globals_.TarvoProgramPath + kHelpFileName);
+  if (ShowHelpWithViewer(globals_, helpFile)) return;
+  ShowRegisteredHelp(globals_, *this, HelpCommand::kContents);
+}
+
+// Unlike the contents, the search does not ask which way help opens.
+void frmDrivers::mnuHelpSearch_Click() {
+  ShowRegisteredHelp(globals_, *this, HelpCommand::kPartialKey);
+}
+
 void frmDrivers::mnuHelpAbout_Click() { globals_.frontEnd.ShowModal(about_, *this); }
 
 void frmDrivers::lvListView_ItemClick(ListItem& item) {
@@ -53,6 +62,11 @@ void frmDrivers::lvListView_ItemClick(ListItem& item) {
 }
 
 void frmDrivers::tbToolBar_ButtonClick(const ToolbarButton& button) {
+  for (const ToolbarCommand& command : kToolbarCommands) {
+    if (button.Key != command.key) continue;
+    if (!command.condition || (this->*command.condition).Enabled) (this->*command.handler)();
+    return;
+  }
   for (int mode = 0; mode < kViewModes; ++mode) {
     if (button.Key == kViewButtonKeys[mode]) mnuListViewMode_Click(mode);
   }

@@ -6,14 +6,19 @@
 #include <string>
 
 #include "platform/forwarding_platform.h"
+#include "support/memory_registry.h"
 
 namespace tarvo::test {
 
-// The real system with a clock moved by hand, and with the locale and the special folders that a
-// test chooses. The files are real. Tests set the members, or derive and override more.
+// The real system with a clock moved by hand, and with the locale, the special folders and the
+// system registry that a test chooses: at first CSV files open in the viewer. The files are real.
+// Tests set the members, or derive and override more.
 class HandMovedPlatform : public ForwardingPlatform {
  public:
-  HandMovedPlatform() : ForwardingPlatform(SystemPlatform()) {}
+  HandMovedPlatform() : ForwardingPlatform(SystemPlatform()) {
+    registry.SetString(".csv", "csvFile");
+    registry.SetString("csvFile\\shell\\open\\command", "csvview \"%1\"");
+  }
 
   // The clock: 45000 is 15 March 2023. Each reading is followed by `secondsPerReading`, so that a
   // loop that watches the clock sees time pass.
@@ -28,6 +33,8 @@ class HandMovedPlatform : public ForwardingPlatform {
 
   // A look-up of a folder that is not here fails.
   std::map<int, std::string> specialFolders;
+
+  MemoryRegistry registry;  // its only root
 
   // Moves the clock, past midnight as needed.
   void PassSeconds(double seconds) {
@@ -68,6 +75,13 @@ class HandMovedPlatform : public ForwardingPlatform {
       i += run;
     }
     return text;
+  }
+
+  OpenedKey OpenRegistryKey(RegistryRoot, std::string_view path, RegistryAccess access) override {
+    return registry.Open(path, access);
+  }
+  OpenedKey MakeRegistryKey(RegistryRoot, std::string_view path) override {
+    return registry.Make(path);
   }
 
   std::optional<std::string> SpecialFolder(int identifier) override {

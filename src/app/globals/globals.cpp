@@ -3,6 +3,7 @@
 #include "app/globals/version.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "platform/names.h"
 
 namespace tarvo {
 
@@ -48,6 +49,11 @@ void Globals::ReadProgramPaths() {
   };
   LumetProgramPath = read(keys::kLumetProgramPath);
   TarvoProgramPath = read(keys::kTarvoProgramPath);
+}
+
+void Globals::RegisterHelpFile() {
+  const std::string file = ResolveName(platform, TarvoProgramPath + kHelpFileName);
+  HelpFile = FileExists(platform, file) ? file : std::string();
 }
 
 std::string VersionText(int major, int minor, int revision) {

@@ -13,6 +13,7 @@
 
 namespace tarvo {
 
+inline constexpr const char* kHelpFileName = "TARVO.HLP";
 inline constexpr const char* kCompanyName = "Halvex Limited";
 
 // What the whole run shares. Everything above this floor is given the one object of its run.
@@ -43,12 +44,16 @@ class Globals {
   // the end.
   void ReadProgramPaths();
 
+  // Registers the program's help file if there is one in TarvoProgramPath.
+  void RegisterHelpFile();
+
   Platform& platform;
   FrontEnd& frontEnd;
   Library library;
   Translator translator;
   std::string LumetProgramPath;
   std::string TarvoProgramPath;
+  std::string HelpFile;  // path of the registered help file; "" for none
 
  private:
   std::string FullName(const SettingsKey& key) const;

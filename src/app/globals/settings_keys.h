@@ -32,6 +32,10 @@ inline constexpr SettingsKey kTarvoProgramPath{
 inline constexpr SettingsKey kVista{Prefix::kNone, "Vista", "",
                                     "exactly \"yes\": help opens in the viewer program"};
 
+inline constexpr SettingsKey kAssociationAsked{
+    Prefix::kNone, "Tarvo_Association_Asked", "No",
+    "\"Yes\": the user declined the CSV viewer; anything but \"No\" ends the question"};
+
 // Read with a small, written with a capital "S": one entry as long as both titles are the same
 // text, because letter case is ignored.
 inline constexpr SettingsKey kDirectoryRead{Prefix::kApplicationTitle, "_settings_Directory", "",

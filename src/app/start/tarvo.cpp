@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "app/start/csv_association.h"
+#include "app/start/version_report.h"
+
 namespace tarvo {
 
 Tarvo::Tarvo(Platform& platform, FrontEnd& frontEnd, std::string arguments)
@@ -11,9 +14,14 @@ Tarvo::Tarvo(Platform& platform, FrontEnd& frontEnd, std::string arguments)
 
 AfterStart Tarvo::Start() {
   // The version report needs nothing of what follows: no settings, no dictionary, no window.
-  if (globals_.ArgumentsAre("/v")) return AfterStart::kEnd;
+  if (globals_.ArgumentsAre(kVersionReport)) {
+    std::string folderPath;
+    ReportToolVersions(globals_.platform, globals_.frontEnd, folderPath);
+    return AfterStart::kEnd;
+  }
   globals_.OpenSettings();
   globals_.ReadProgramPaths();
+  globals_.RegisterHelpFile();
   globals_.translator.LoadDictionary("TARVO.DIC");
 
   FrontEnd& frontEnd = globals_.frontEnd;
@@ -27,6 +35,7 @@ AfterStart Tarvo::Start() {
   }
   if (!frontEnd.IsLoaded(mainForm_)) return AfterStart::kEnd;  // closed while it was loading
   frontEnd.Show(mainForm_);
+  CheckCsvAssociation(globals_);
   return AfterStart::kEventLoop;
 }
 

@@ -1,13 +1,33 @@
 #include <QApplication>
 #include <clocale>
+#include <cstdio>
+#include <string>
 
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/program.h"
+
+namespace {
+
+bool HasDisplay() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+}  // namespace
 
 // The toolkit gets no argument of the user's, of which it would take some for its own. It is asked
 // for the X11 windowing system where there is one, because Wayland tells no window its position.
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
+  const std::string arguments = tarvo::qt::JoinArguments(argc, argv);
+  const auto failure = tarvo::qt::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
+  if (failure && failure->empty()) return 0;
+  if (failure) {
+    std::fprintf(stderr, "%s\n", failure->c_str());
+    if (!HasDisplay()) return 1;
+  }
+
   char platformOption[] = "-platform";
   char platformName[] = "xcb";
   char* options[] = {argv[0], platformOption, platformName, nullptr};
@@ -20,5 +40,9 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("tarvo");
   QApplication::setWindowIcon(tarvo::qt::WindowIcon());
   QApplication::setQuitOnLastWindowClosed(false);
-  return tarvo::qt::RunProgram(tarvo::SystemPlatform(), tarvo::qt::JoinArguments(argc, argv));
+  if (failure) {
+    tarvo::qt::ShowFailure(*failure, "Tarvo");
+    return 1;
+  }
+  return tarvo::qt::RunProgram(tarvo::SystemPlatform(), arguments);
 }

@@ -5,6 +5,10 @@
 #include <cstdio>
 #include <memory>
 
+#include "app/start/version_report.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "forms/null_front_end.h"
 #include "frontends/qt/text.h"
 #include "frontends/qt/user_language.h"
 
@@ -12,16 +16,6 @@ namespace tarvo::qt {
 namespace {
 
 constexpr const char* kPlainTitle = "Tarvo";
-
-void ShowFailure(const std::string& message, const std::string& title) {
-  std::fprintf(stderr, "%s\n", message.c_str());
-  InstallUserLanguage();
-  QApplication::restoreOverrideCursor();
-  QMessageBox box(QMessageBox::Critical, ToText(title), ToLines(message), QMessageBox::Ok);
-  box.setObjectName("MsgBox");
-  box.setTextFormat(Qt::PlainText);
-  box.exec();
-}
 
 }  // namespace
 
@@ -32,6 +26,26 @@ std::string JoinArguments(int count, const char* const* arguments) {
     joined += arguments[i];
   }
   return joined;
+}
+
+std::optional<std::string> RunWithoutWindows(Platform& platform, const std::string& arguments) {
+  if (LowerCase(arguments) != kVersionReport) return std::nullopt;
+  NullFrontEnd frontEnd;
+  try {
+    Tarvo(platform, frontEnd, arguments).Start();
+  } catch (const RuntimeError& error) {
+    return error.StandardMessage();
+  }
+  return std::string();
+}
+
+void ShowFailure(const std::string& message, const std::string& title) {
+  InstallUserLanguage();
+  QApplication::restoreOverrideCursor();
+  QMessageBox box(QMessageBox::Critical, ToText(title), ToLines(message), QMessageBox::Ok);
+  box.setObjectName("MsgBox");
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
 }
 
 int RunProgram(Platform& platform, const std::string& arguments) {
@@ -45,6 +59,7 @@ int RunProgram(Platform& platform, const std::string& arguments) {
   });
   if (frontEnd.Failure().empty() && next == AfterStart::kEventLoop) frontEnd.RunEventLoop();
   if (frontEnd.Failure().empty()) return 0;
+  std::fprintf(stderr, "%s\n", frontEnd.Failure().c_str());
   ShowFailure(frontEnd.Failure(),
               tarvo ? tarvo->RunGlobals().translator.ApplicationTitle() : kPlainTitle);
   return 1;
