@@ -57,6 +57,13 @@ std::string Deflated(std::string_view content) {
   return result;
 }
 
+std::string ExtraField(std::uint16_t identifier, std::string_view content) {
+  std::string bytes;
+  Append(bytes, identifier, 2);
+  Append(bytes, content.size(), 2);
+  return bytes.append(content);
+}
+
 std::string DescriptorOf(const MadeMember& member, bool isSigned, bool isLarge) {
   std::string bytes;
   if (isSigned) Append(bytes, 0x08074b50, 4);
@@ -76,15 +83,15 @@ std::string ArchiveOf(const std::vector<MadeMember>& members, std::string_view c
     const std::string localName = member.localName.value_or(member.name);
     const std::string packed = PackedOf(member);
     Append(bytes, 0x04034b50, 4);
-    Append(bytes, 20, 2);
+    Append(bytes, member.version, 2);
     AppendCommon(bytes, member, packed, true);
     Append(bytes, localName.size(), 2);
-    Append(bytes, 0, 2);
-    bytes += localName + packed + member.descriptor;
+    Append(bytes, member.localExtra.size(), 2);
+    bytes += localName + member.localExtra + packed + member.descriptor;
 
     Append(directory, 0x02014b50, 4);
     Append(directory, 20 | member.host << 8, 2);
-    Append(directory, 20, 2);
+    Append(directory, member.version, 2);
     AppendCommon(directory, member, packed, false);
     Append(directory, member.name.size(), 2);
     Append(directory, member.extra.size(), 2);

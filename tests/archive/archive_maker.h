@@ -24,7 +24,9 @@ struct MadeMember {
   std::uint16_t flags = 0;
   std::uint32_t attributes = 0;
   std::uint8_t host = 0;
-  std::string extra{};
+  std::uint8_t version = 20;  // needed to unpack it, times 10
+  std::string extra{};        // in the directory
+  std::string localExtra{};
   std::optional<std::uint16_t> method{};
   std::optional<std::uint32_t> crc{};
   std::optional<std::uint32_t> size{};
@@ -40,6 +42,9 @@ struct MadeMember {
 // The bytes of an archive with these members.
 std::string ArchiveOf(const std::vector<MadeMember>& members, std::string_view comment = {},
                       int entriesMore = 0);
+
+// An extra field.
+std::string ExtraField(std::uint16_t identifier, std::string_view content);
 
 // A descriptor for a content, in 32 or in 64 bits.
 std::string DescriptorOf(const MadeMember& member, bool isSigned, bool isLarge);

@@ -130,6 +130,28 @@ TEST_F(Packages, EncryptedMembersAndUnknownMethodsAreRefused) {
             Sentence("a", "is packed with the method 12, which is unknown here"));
 }
 
+TEST_F(Packages, MembersThatNeedANewerProgramAreRefused) {
+  EXPECT_EQ(FaultWith({.name = "a", .content = "x", .version = 46}), "");
+  EXPECT_EQ(FaultWith({.name = "a", .content = "x", .version = 47}),
+            Sentence("a", "needs a newer program to unpack it"));
+  EXPECT_EQ(FaultWith({.name = "a", .content = "x", .version = 255}),
+            Sentence("a", "needs a newer program to unpack it"));
+}
+
+TEST_F(Packages, ExtraFieldsMustEndWhereTheySay) {
+  const std::string whole = ExtraField(0x5455, "time") + ExtraField(0x7875, "");
+  const std::string cut = ExtraField(0x5455, "time").substr(0, 7);
+  const std::string lying = whole + std::string("\x01\x00\xFF\xFF", 4);
+  const std::string damaged = Sentence("a", "has a damaged extra field");
+  for (const std::string& extra : {whole, whole + std::string(3, '\0')}) {
+    EXPECT_EQ(FaultWith({.name = "a", .content = "x", .extra = extra, .localExtra = extra}), "");
+  }
+  for (const std::string& extra : {cut, lying}) {
+    EXPECT_EQ(FaultWith({.name = "a", .content = "x", .extra = extra}), damaged);
+    EXPECT_EQ(FaultWith({.name = "a", .content = "x", .localExtra = extra}), damaged);
+  }
+}
+
 TEST_F(Packages, LinksAndSpecialFilesAreRefused) {
   const auto withMode = [&](std::uint32_t mode) {
     return FaultWith({.name = "a", .content = "x", .attributes = mode << 16, .host = 3});
