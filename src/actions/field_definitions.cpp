@@ -1,5 +1,6 @@
 #include "actions/field_definitions.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "actions/replace_file.h"
@@ -12,6 +13,7 @@ namespace tarvo {
 namespace {
 
 constexpr std::uint64_t kLargestSample = std::uint64_t{1024} * 1024;
+constexpr std::string_view kDescription = "Driver.inf";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
@@ -96,6 +98,30 @@ bool EndsInsideALine(File& file) {
   return last != "\n" && last != "\r";
 }
 
+// Whether these lines are the file's last ones; true for none.
+bool EndsWithLines(File& file, std::string_view lines) {
+  const std::uint64_t size = file.Size();
+  if (size < lines.size() || file.ReadAt(size - lines.size(), lines.size()) != lines) return false;
+  const std::uint64_t start = size - lines.size();
+  return start == 0 || lines.empty() || file.ReadAt(start - 1, 1) == "\n";
+}
+
+bool CanBeRead(Platform& platform, const std::string& path) {
+  try {
+    platform.OpenFile(path, OpenFor::kReading);
+    return true;
+  } catch (const RuntimeError&) {
+    return false;  // a link that leads nowhere, a pipe
+  }
+}
+
+std::string DefinitionsOfFile(Platform& platform, const std::string& sample) {
+  const auto file = platform.OpenFile(sample, OpenFor::kReading);
+  const std::uint64_t size = file->Size();
+  if (size > kLargestSample) throw RuntimeError(kPathFileAccessError);
+  return FieldDefinitions(platform, file->ReadAt(0, static_cast<std::size_t>(size)));
+}
+
 }  // namespace
 
 std::string FieldDefinition(std::string_view fieldName, std::string_view csvName) {
@@ -134,26 +160,64 @@ std::string FieldDefinitions(Platform& platform, std::string_view sample) {
 }
 
 std::string SampleFile(Platform& platform, std::string_view driverFolder) {
-  const auto samples = ListFolder(platform, driverFolder, "*.hvd", kNormal);
-  return samples.empty() ? std::string() : samples.front().name;
+  std::vector<std::string> names;
+  for (FolderEntry& entry : ListFolder(platform, driverFolder, "*.hvd", kNormal)) {
+    names.push_back(std::move(entry.name));
+  }
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    const int order = CompareIgnoringCase(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  for (std::string& name : names) {
+    if (CanBeRead(platform, JoinPath(driverFolder, name))) return std::move(name);
+  }
+  return {};
+}
+
+std::string DefinitionsWithPackage(Platform& platform, Package& package,
+                                   std::string_view driverFolder) {
+  const std::string packed = package.FirstRootFile("*.hvd");
+  std::string present;
+  if (FolderExists(platform, driverFolder)) present = SampleFile(platform, driverFolder);
+  const bool isPresentFirst =
+      !present.empty() && (packed.empty() || CompareIgnoringCase(present, packed) < 0);
+  if (isPresentFirst) return DefinitionsOfFile(platform, JoinPath(driverFolder, present));
+  if (packed.empty()) return {};
+  return FieldDefinitions(platform, package.ReadRootFile(packed, kLargestSample));
+}
+
+bool HasFieldDefinitions(Platform& platform, std::string_view driverFolder) {
+  try {
+    const std::string sample = SampleFile(platform, driverFolder);
+    if (sample.empty()) return false;
+    const std::string path = ResolveName(platform, JoinPath(driverFolder, kDescription));
+    const auto description = platform.OpenFile(path, OpenFor::kReading);
+    return EndsWithLines(*description, DefinitionsOfFile(platform, JoinPath(driverFolder, sample)));
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+void AppendDefinitions(File& description, std::string_view definitions) {
+  if (definitions.empty()) return;
+  const bool needsLineEnd = EndsInsideALine(description);
+  const std::uint64_t end = description.Size();
+  if (needsLineEnd) description.WriteAt(end, kLineEnd);
+  description.WriteAt(end + (needsLineEnd ? kLineEnd.size() : 0), definitions);
 }
 
 void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder) {
   const std::string sample = SampleFile(platform, driverFolder);
   if (sample.empty()) return;
-  const auto file = platform.OpenFile(JoinPath(driverFolder, sample), OpenFor::kReading);
-  const std::uint64_t size = file->Size();
-  if (size > kLargestSample) throw RuntimeError(kPathFileAccessError);
-  std::string lines = FieldDefinitions(platform, file->ReadAt(0, static_cast<std::size_t>(size)));
-  const std::string path = ResolveName(platform, JoinPath(driverFolder, "Driver.inf"));
+  const std::string lines = DefinitionsOfFile(platform, JoinPath(driverFolder, sample));
+  const std::string path = ResolveName(platform, JoinPath(driverFolder, kDescription));
   if (platform.IsLink(path)) throw RuntimeError(kPathFileAccessError);
   // Opened for writing too: a description that may not be written is not replaced either.
   const auto description = platform.OpenFile(path, OpenFor::kReadingAndWriting);
-  if (lines.empty()) return;
-  if (EndsInsideALine(*description)) lines.insert(0, kLineEnd);
+  if (EndsWithLines(*description, lines)) return;
   ReplaceFile(platform, path, [&](File& longer) {
-    const std::uint64_t end = CopyBytes(*description, longer);
-    longer.WriteAt(end, lines);
+    CopyBytes(*description, longer);
+    AppendDefinitions(longer, lines);
   });
 }
 

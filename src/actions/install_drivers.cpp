@@ -27,13 +27,26 @@ void RefuseAsInvalid(Globals& globals) {
                           MessageIcon::kExclamation, globals.translator.ApplicationTitle());
 }
 
-// Checks a package and unpacks it; false for an invalid one. A failure to unpack is not looked at:
-// the steps after it find what is there.
-bool CheckAndUnpack(Platform& platform, const std::string& path, const std::string& folder) {
+// What has become of a package.
+struct Outcome {
+  std::string fault;            // why it is invalid, and then nothing has been written
+  bool hasDefinitions = false;  // whether the description, old or new, ends with its definitions
+};
+
+Outcome CheckAndUnpack(Platform& platform, const std::string& path, const std::string& name,
+                       const std::string& folder) {
+  if (!IsDriverName(name)) return {"The file's name begins with no driver's name."};
   Package package(platform, path);
-  if (package.Check()) return false;
-  Absorb([&] { package.Unpack(folder); });
-  return true;
+  if (const auto fault = package.Check()) return {fault->sentence};
+  Outcome outcome;
+  outcome.hasDefinitions = HasFieldDefinitions(platform, folder);
+  std::string definitions;
+  Absorb([&] { definitions = DefinitionsWithPackage(platform, package, folder); });
+  Absorb([&] {
+    package.Unpack(folder, [&](File& description) { AppendDefinitions(description, definitions); });
+    outcome.hasDefinitions = true;
+  });
+  return outcome;
 }
 
 // Every program of the driver, hidden ones included, records its version; nothing waits for them.
@@ -45,13 +58,16 @@ void LetToolsRecordVersions(Platform& platform, const std::string& folder) {
   }
 }
 
-void FinishDriver(Globals& globals, MainWindow& window, const std::string& folder) {
+// A failure to unpack is not looked at: the steps find what is there. What an earlier install has
+// appended to a description that stays is not appended again.
+void FinishDriver(Globals& globals, MainWindow& window, const std::string& folder,
+                  bool hasDefinitions) {
   Platform& platform = globals.platform;
   Absorb([&] { platform.MakeFolder(ResolveName(platform, JoinPath(folder, "Data"))); });
   std::string sample;
   Absorb([&] { sample = SampleFile(platform, folder); });
   if (!sample.empty()) {
-    Absorb([&] { AppendFieldDefinitions(platform, folder); });
+    if (!hasDefinitions) Absorb([&] { AppendFieldDefinitions(platform, folder); });
     InstallHandHeldPackages(platform, window.dataPath, folder);
   }
   Absorb([&] { LetToolsRecordVersions(platform, folder); });
@@ -77,7 +93,8 @@ bool IsDriverName(std::string_view name) {
          name.find_first_of(kSeparators) == std::string_view::npos;
 }
 
-bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& order) {
+std::optional<RefusedPackage> InstallDrivers(Globals& globals, MainWindow& window,
+                                             const InstallOrder& order) {
   FrontEnd& frontEnd = globals.frontEnd;
   int index = order.index;
   std::string folder;
@@ -86,11 +103,12 @@ bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& or
     const std::string name = DriverNameOfPackage(package);
     ShowStatus(globals, window, name + " ...");
     folder = DriverFolderPath(globals.platform, name);
-    if (!IsDriverName(name) || !CheckAndUnpack(globals.platform, package, folder)) {
+    const Outcome outcome = CheckAndUnpack(globals.platform, package, name, folder);
+    if (!outcome.fault.empty()) {
       RefuseAsInvalid(globals);
-      return false;
+      return RefusedPackage{package, outcome.fault};
     }
-    FinishDriver(globals, window, folder);
+    FinishDriver(globals, window, folder, outcome.hasDefinitions);
     package = window.DriverFileList.After(index++);
   }
   ShowStatus(globals, window, {});
@@ -100,7 +118,7 @@ bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& or
   }
   frontEnd.SetMousePointer(kDefaultPointer);
   Absorb([&] { UpdateDriverList(globals, window); });
-  return true;
+  return std::nullopt;
 }
 
 int CollectPackagesOfInstalledDrivers(Globals& globals, MainWindow& window) {

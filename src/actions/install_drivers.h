@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,15 +24,23 @@ struct InstallOrder {
   bool fromDialog = false;   // chosen in the open-file dialog
 };
 
+// A package that the install loop has refused.
+struct RefusedPackage {
+  std::string path;
+  std::string reason;  // one English sentence
+};
+
 // The install loop: checks and unpacks one package after the other into "Drivers" of the current
-// folder, appends its field definitions, lets each of its programs record its version and installs
-// hand-held components. Afterwards starts the properties tool of a single new driver, unless the
-// window is refreshing, and rebuilds the list.
+// folder with its field definitions at the end of its description, lets each of its programs record
+// its version and installs hand-held components. Afterwards starts the properties tool of a single
+// new driver, unless the window is refreshing, and rebuilds the list.
 //
 // The first invalid package ends it at once with the message "Invalid Driver file": drivers
-// installed before stay, the status text stays and the list is not rebuilt. False then. Error 5 for
-// a package whose name is too short. Every other failure is passed over.
-bool InstallDrivers(Globals& globals, MainWindow& window, const InstallOrder& order);
+// installed before stay, the status text stays and the list is not rebuilt. That package is given
+// back then; nothing otherwise. Error 5 for a package whose name is too short. Every other failure
+// is passed over.
+std::optional<RefusedPackage> InstallDrivers(Globals& globals, MainWindow& window,
+                                             const InstallOrder& order);
 
 // Collects the packages in the base directory whose drivers are installed already, into
 // DriverFileList from entry 1 on; entries behind them stay. Gives their number. Error 5 for a

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "archive/unpacking.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
 
@@ -9,11 +10,6 @@ namespace tarvo {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{256} * 1024;
-
-// A hidden name beside the file, the same at every run.
-std::string UnfinishedName(std::string_view path) {
-  return JoinPath(FolderOf(path), "." + std::string(FileNameOf(path)) + ".unfinished");
-}
 
 void RemoveIfThere(Platform& platform, const std::string& path) {
   try {
@@ -27,7 +23,7 @@ void RemoveIfThere(Platform& platform, const std::string& path) {
 
 void ReplaceFile(Platform& platform, std::string_view path,
                  const std::function<void(File&)>& write) {
-  const std::string unfinished = UnfinishedName(path);
+  const std::string unfinished = JoinPath(FolderOf(path), UnfinishedName(0));
   RemoveIfThere(platform, unfinished);
   try {
     write(*platform.MakeFile(unfinished, FileUse::kData));

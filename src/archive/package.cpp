@@ -9,6 +9,7 @@
 #include "archive/invalid_package.h"
 #include "archive/member_reader.h"
 #include "archive/unpacking.h"
+#include "base/paths.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
 
@@ -36,20 +37,26 @@ class NoSink final : public ByteSink {
   std::array<char, std::size_t{64} * 1024> buffer_;
 };
 
-class FileSink final : public ByteSink {
+// Takes a content piece by piece.
+using TakePiece = std::function<void(std::string_view)>;
+
+// Hands contents on.
+class HandingSink final : public ByteSink {
  public:
-  explicit FileSink(File& file) : file_(file) {}
+  explicit HandingSink(const TakePiece& take) : take_(take) {}
   std::span<char> Room() override { return buffer_; }
-  void Take(std::size_t count) override {
-    file_.WriteAt(written_, {buffer_.data(), count});
-    written_ += count;
-  }
+  void Take(std::size_t count) override { take_({buffer_.data(), count}); }
 
  private:
-  File& file_;
-  std::uint64_t written_ = 0;
+  const TakePiece& take_;
   std::array<char, std::size_t{64} * 1024> buffer_;
 };
+
+// A package that was found valid is not any more.
+[[noreturn]] void FailAsChanged(const InvalidPackage& invalid) {
+  throw RuntimeError(kInvalidFileFormat,
+                     "The package has changed since it was checked: " + invalid.Fault().sentence);
+}
 
 }  // namespace
 
@@ -64,7 +71,7 @@ class Package::Contents {
 
   void CheckDescription() {
     for (Member& member : directory_.members) {
-      if (!member.isFolder && EqualIgnoringCase(directory_.PathOf(member), kDescription)) {
+      if (IsDescription(member)) {
         Verify(member);
         return;
       }
@@ -90,16 +97,44 @@ class Package::Contents {
     }
   }
 
-  void Unpack(Platform& platform, std::string_view folder, bool isFlat) {
+  void Unpack(Platform& platform, std::string_view folder, bool isFlat,
+              const FinishDescription& finishDescription) {
     if (isFlat) {
       const FolderTree flat = BuildFlatTree(directory_);
-      Unpack(platform, folder, flat);
+      Unpack(platform, folder, flat, finishDescription);
     } else {
-      Unpack(platform, folder, tree_);
+      Unpack(platform, folder, tree_, finishDescription);
     }
   }
 
+  std::string FirstRootFile(std::string_view pattern) const {
+    std::string_view first;
+    for (const TreeFile& file : tree_.files) {
+      const std::string_view name = directory_.Name(file.name);
+      if (file.folder != 0 || name.starts_with('.') || !MatchesPattern(name, pattern)) continue;
+      if (first.empty() || CompareIgnoringCase(name, first) < 0) first = name;
+    }
+    return std::string(first);
+  }
+
+  std::string ReadRootFile(std::string_view name, std::uint64_t most) {
+    for (const TreeFile& file : tree_.files) {
+      if (file.folder != 0 || directory_.Name(file.name) != name) continue;
+      const Member& member = directory_.members[file.member];
+      if (member.size > most) throw RuntimeError(kPathFileAccessError);
+      std::string content;
+      content.reserve(static_cast<std::size_t>(member.size));
+      Give(member, [&](std::string_view piece) { content += piece; });
+      return content;
+    }
+    throw RuntimeError(kFileNotFound);
+  }
+
  private:
+  bool IsDescription(const Member& member) const {
+    return !member.isFolder && EqualIgnoringCase(directory_.PathOf(member), kDescription);
+  }
+
   void Verify(Member& member) {
     if (member.isVerified) return;
     if (store_.HasRoomFor(member.size)) {
@@ -113,23 +148,27 @@ class Package::Contents {
     member.isVerified = true;
   }
 
-  void Unpack(Platform& platform, std::string_view folder, const FolderTree& tree) {
+  void Unpack(Platform& platform, std::string_view folder, const FolderTree& tree,
+              const FinishDescription& finishDescription) {
     Unpacking unpacking(platform, directory_, tree);
-    unpacking.Run(folder, [this](std::uint32_t number, File& file) { Write(number, file); });
+    unpacking.Run(folder, [&](std::uint32_t number, File& file) {
+      const Member& member = directory_.members[number];
+      std::uint64_t written = 0;
+      Give(member, [&](std::string_view piece) {
+        file.WriteAt(written, piece);
+        written += piece.size();
+      });
+      if (finishDescription && IsDescription(member)) finishDescription(file);
+    });
   }
 
-  void Write(std::uint32_t number, File& file) {
-    const Member& member = directory_.members[number];
+  void Give(const Member& member, const TakePiece& take) {
     if (member.content == Member::kNotKept) {
-      FileSink sink(file);
+      HandingSink sink(take);
       reader_.Read(directory_, member, sink);
-      return;
+    } else {
+      store_.Read(member.content, member.size, take);
     }
-    std::uint64_t written = 0;
-    store_.Read(member.content, member.size, [&](std::string_view bytes) {
-      file.WriteAt(written, bytes);
-      written += bytes.size();
-    });
   }
 
   FileWindow window_;
@@ -159,17 +198,32 @@ std::optional<PackageFault> Package::Check() {
   }
 }
 
-void Package::Unpack(std::string_view folder) { Unpack(folder, false); }
+void Package::Unpack(std::string_view folder, const FinishDescription& finishDescription) {
+  Unpack(folder, false, finishDescription);
+}
 
-void Package::UnpackFlat(std::string_view folder) { Unpack(folder, true); }
+void Package::UnpackFlat(std::string_view folder) { Unpack(folder, true, {}); }
 
-void Package::Unpack(std::string_view folder, bool isFlat) {
+void Package::Unpack(std::string_view folder, bool isFlat,
+                     const FinishDescription& finishDescription) {
   if (!contents_) throw RuntimeError(kInvalidProcedureCall);
   try {
-    contents_->Unpack(platform_, folder, isFlat);
-  } catch (const InvalidPackage& changed) {
-    throw RuntimeError(kInvalidFileFormat,
-                       "The package has changed since it was checked: " + changed.Fault().sentence);
+    contents_->Unpack(platform_, folder, isFlat, finishDescription);
+  } catch (const InvalidPackage& invalid) {
+    FailAsChanged(invalid);
+  }
+}
+
+std::string Package::FirstRootFile(std::string_view pattern) const {
+  return contents_ ? contents_->FirstRootFile(pattern) : std::string();
+}
+
+std::string Package::ReadRootFile(std::string_view name, std::uint64_t most) {
+  if (!contents_) throw RuntimeError(kFileNotFound);
+  try {
+    return contents_->ReadRootFile(name, most);
+  } catch (const InvalidPackage& invalid) {
+    FailAsChanged(invalid);
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,16 +52,28 @@ class Package {
   // place is replaced. Throws a RuntimeError when anything cannot be written; what had not been
   // renamed by then is removed again, as are the folders that were made. Error 5 without a
   // successful check.
-  void Unpack(std::string_view folder);
+  //
+  // `finishDescription` gets the new "driver.inf" of the root once its content is written, before
+  // any file has its name. What it throws is a failure to unpack.
+  using FinishDescription = std::function<void(File& description)>;
+  void Unpack(std::string_view folder, const FinishDescription& finishDescription = {});
 
   // The same with every file put directly into the folder under its bare name; of files that share
   // a name the later one in the package stays.
   void UnpackFlat(std::string_view folder);
 
+  // Of the files in the root of a package that Check found valid, the first by name that matches a
+  // pattern and is not hidden, letter case ignored; "" for none.
+  std::string FirstRootFile(std::string_view pattern) const;
+
+  // The whole content of a file in the root, whose name is exactly this. Error 53 when there is
+  // none, 75 for one of more than `most` bytes.
+  std::string ReadRootFile(std::string_view name, std::uint64_t most);
+
  private:
   class Contents;
 
-  void Unpack(std::string_view folder, bool isFlat);
+  void Unpack(std::string_view folder, bool isFlat, const FinishDescription& finishDescription);
 
   Platform& platform_;
   std::string path_;

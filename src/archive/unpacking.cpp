@@ -11,6 +11,8 @@
 namespace tarvo {
 namespace {
 
+constexpr std::string_view kUnfinishedFile = ".tarvo-new-";  // digits follow
+
 [[noreturn]] void FailAt(const std::string& path, std::string_view why) {
   throw RuntimeError(kPathFileAccessError, StandardDescription(kPathFileAccessError) + ": " + path +
                                                " " + std::string(why));
@@ -30,6 +32,10 @@ void Attempt(const std::function<void()>& step) {
 }
 
 }  // namespace
+
+std::string UnfinishedName(std::uint32_t number) {
+  return std::string(kUnfinishedFile) + std::to_string(number);
+}
 
 // What a folder holds, found in any letter case.
 class Unpacking::Listing {
@@ -103,8 +109,7 @@ std::string Unpacking::PathOf(std::uint32_t folder) const {
 }
 
 std::string Unpacking::UnfinishedPath(std::uint32_t file) const {
-  return JoinPath(PathOf(tree_.files[file].folder),
-                  std::string(kUnfinishedFile) + std::to_string(file));
+  return JoinPath(PathOf(tree_.files[file].folder), UnfinishedName(file));
 }
 
 // The folder itself may be a symbolic link; only below it none is followed.

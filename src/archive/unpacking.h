@@ -10,8 +10,10 @@
 
 namespace tarvo {
 
-// How the names of files begin that are being unpacked; digits follow.
-inline constexpr std::string_view kUnfinishedFile = ".tarvo-new-";
+// The name of a file in a folder while it is not complete: hidden, and removed by the next
+// unpacking into that folder, or into one above it, if a killed run has left it there. `number`
+// tells the files of one folder apart.
+std::string UnfinishedName(std::uint32_t number);
 
 // Puts the files of a tree into a folder, as Package::Unpack promises: nothing is touched before it
 // is known that every name is free or a file's, then all files are written under other names, then

@@ -13,11 +13,10 @@ void InstallListed(CommandRun& run, MainWindow& window) {
   InstallOrder order;
   order.firstPackage = window.DriverFileList[1];
   window.Refreshing = true;
-  if (InstallDrivers(run.globals, window, order)) return;
-  const std::string& status = window.sbStatusBar.Panels[0].Text;
+  const std::optional<RefusedPackage> refused = InstallDrivers(run.globals, window, order);
+  if (!refused) return;
   throw CommandFailure(run.globals.Translate("Invalid Driver file") + ": " +
-                       OneLine(status.substr(0, status.rfind(" ..."))) +
-                       "; \"tarvoctl package check\" tells why.");
+                       OneLine(refused->path) + ": " + OneLine(refused->reason));
 }
 
 }  // namespace

@@ -1,9 +1,5 @@
-#include "actions/install_drivers.h"
-
-#include "base/paths.h"
 #include "base/runtime_error.h"
-#include "support/list_run.h"
-#include "support/made_package.h"
+#include "install_run.h"
 
 namespace tarvo::test {
 namespace {
@@ -13,64 +9,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::UnorderedElementsAre;
-
-// Keeps what would have been started.
-class StartingPlatform : public RootedPlatform {
- public:
-  using RootedPlatform::RootedPlatform;
-  int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
-                   StartWindow window) override {
-    std::string call(FileNameOf(FolderOf(program)));
-    call.append("/").append(FileNameOf(program));
-    for (const std::string& argument : arguments) call += " " + argument;
-    if (window == StartWindow::kMinimised) call += " (minimised)";
-    started.push_back(call);
-    return 1;
-  }
-  std::vector<std::string> started;
-};
-
-// Keeps every status text that was drawn, with the pointer of that moment.
-class StatusFrontEnd : public RecordingFrontEnd {
- public:
-  void Repaint(Form& form) override {
-    const auto& window = dynamic_cast<MainWindow&>(form);
-    texts.push_back(window.sbStatusBar.Panels[0].Text + (MousePointer() == 11 ? " (busy)" : ""));
-  }
-  std::vector<std::string> texts;
-};
-
-class Installing : public ListRun {
- protected:
-  Installing() : starting(folder.Path()) {
-    starting.specialFolders = platform.specialFolders;
-    globals = std::make_unique<Globals>(starting, status, "");
-    globals->OpenSettings();
-    folder.MakeFolder(InData("Drivers"));
-    Update();
-  }
-
-  std::string Package(const std::string& name, PackageFiles files = {}) {
-    files.try_emplace("driver.inf", "[Driver]\r\n");
-    return MakePackage(folder, InData(name), files);
-  }
-
-  bool Install(const std::vector<std::string>& packages, bool fromDialog = false) {
-    InstallOrder order;
-    order.index = fromDialog ? 0 : 1;
-    order.fromDialog = fromDialog;
-    order.firstPackage = packages.at(0);
-    for (std::size_t i = 0; !fromDialog && i < packages.size(); ++i) {
-      window.DriverFileList[static_cast<int>(i) + 1] = packages[i];
-    }
-    return InstallDrivers(*globals, window, order);
-  }
-
-  bool Exists(const std::string& name) { return std::filesystem::exists(folder / InDrivers(name)); }
-
-  StartingPlatform starting;
-  StatusFrontEnd status;
-};
 
 TEST(TheNameOfAPackage, GivesTheDriversName) {
   EXPECT_EQ(DriverNameOfPackage("/a/b_c/Meter_v2.drv"), "Meter");
@@ -146,6 +84,8 @@ TEST_F(Installing, StartsNoPropertiesWhileItRefreshes) {
 TEST_F(Installing, StopsAtTheFirstInvalidPackageWithTheStatusTextLeftStanding) {
   const std::string bad = folder.WriteFile(InData("B_1.drv"), "no package");
   EXPECT_FALSE(Install({Package("A_1.drv", {{"Download.EXE", "x"}}), bad, Package("C_1.drv")}));
+  EXPECT_EQ(refused->path, bad);
+  EXPECT_EQ(refused->reason, "The package has no end record: it is cut off or no zip archive.");
   EXPECT_THAT(status.messages, ElementsAre("Tarvo: Invalid Driver file"));
   EXPECT_THAT(status.icons, ElementsAre(MessageIcon::kExclamation));
   EXPECT_THAT(status.pointersAtMessages, ElementsAre(kDefaultPointer));
@@ -167,6 +107,7 @@ TEST_F(Installing, RefusesNamesThatAreNoFolder) {
   for (const char* name : {"_1.drv", ".drv", "..drv", "...drv"}) {
     status.messages.clear();
     EXPECT_FALSE(Install({Package(name)})) << name;
+    EXPECT_EQ(refused->reason, "The file's name begins with no driver's name.");
     EXPECT_THAT(status.messages, ElementsAre("Tarvo: Invalid Driver file")) << name;
   }
   EXPECT_EQ(folder.ReadFile(InData("_1.drv")).substr(0, 2), "PK") << "nothing was written there";
@@ -211,6 +152,40 @@ TEST_F(Installing, StartsHiddenProgramsToo) {
   EXPECT_THAT(starting.started, ElementsAre("A/.hidden.exe /v (minimised)"));
 }
 
+// Shows "properties.exe" as other systems hide it: by an attribute.
+class HidingPlatform : public StartingPlatform {
+ public:
+  using StartingPlatform::StartingPlatform;
+  std::vector<FolderEntry> Entries(std::string_view path) override {
+    std::vector<FolderEntry> entries = StartingPlatform::Entries(path);
+    for (FolderEntry& entry : entries) {
+      if (entry.name == "PROPERTIES.exe") entry.isHidden = true;
+    }
+    return entries;
+  }
+};
+
+TEST_F(Installing, StartsAHiddenPropertiesTool) {
+  HidingPlatform hiding(folder.Path());
+  hiding.specialFolders = platform.specialFolders;
+  globals = std::make_unique<Globals>(hiding, status, "");
+  globals->OpenSettings();
+  Install({Package("A_1.drv", {{"PROPERTIES.exe", "x"}})});
+  EXPECT_THAT(hiding.started, ElementsAre("A/PROPERTIES.exe /v (minimised)", "A/PROPERTIES.exe"));
+}
+
+TEST_F(Installing, TakesAProgramOfAnotherNameForNoPropertiesTool) {
+  Install({Package("A_1.drv", {{".properties.exe", "x"}})});
+  EXPECT_THAT(starting.started, ElementsAre("A/.properties.exe /v (minimised)"));
+}
+
+TEST_F(Installing, ADriverCalledAddMakesNoItemOfItsOwn) {
+  EXPECT_TRUE(Install({Package("Add_1.drv"), Package("B_1.drv")}));
+  EXPECT_TRUE(Exists("Add/driver.inf"));
+  EXPECT_THAT(Names(), UnorderedElementsAre("(Add Driver)", "B"));
+  EXPECT_EQ(Item("Add").Text, "(Add Driver)");
+}
+
 TEST_F(Installing, TakesANameWithATildeThoughItHasNoVersionRecords) {
   EXPECT_TRUE(Install({Package("A~B_1.drv")}));
   EXPECT_TRUE(Exists("A~B/driver.inf"));
@@ -241,115 +216,6 @@ TEST_F(Installing, PassesOverADriversDirectoryThatMayNotBeWritten) {
 TEST_F(Installing, PassesOverADataThatIsAFile) {
   EXPECT_TRUE(Install({Package("A_1.drv", {{"Data", "a file"}})}));
   EXPECT_EQ(folder.ReadFile(InDrivers("A/Data")), "a file");
-}
-
-class InstallingWithASample : public Installing {
- protected:
-  InstallingWithASample() {
-    folder.MakeFolder(InData("elsewhere"));
-    window.dataPath += "/";
-  }
-  std::string Meter(PackageFiles more = {}) {
-    more.emplace("Sample.hvd", "Title\r\nFIELDNAME\r\nLevel (m)\r\n");
-    return Package("Meter_1.drv", more);
-  }
-};
-
-TEST_F(InstallingWithASample, AppendsFieldDefinitionsAtEveryInstall) {
-  const std::string package = Meter();
-  Install({package});
-  Install({package});
-  EXPECT_EQ(folder.ReadFile(InDrivers("Meter/driver.inf")),
-            "[Driver]\r\n\"LEVEL\",\"Level\",\"TEXT\",\"m\"\r\n");
-}
-
-TEST_F(InstallingWithASample, MakesTheHandHeldFoldersAlsoWithoutPackages) {
-  Install({Meter()});
-  EXPECT_TRUE(std::filesystem::is_directory(folder / InData("DeviceInstaller/Palm Kestrel")));
-  EXPECT_EQ(folder.ReadFile(InData("Win32Device/Sample.hvd")).substr(0, 5), "Title");
-  EXPECT_TRUE(window.mnuFileMobileDevice.Visible) << "the rebuilt menu offers the device";
-}
-
-TEST_F(InstallingWithASample, UnpacksHandHeldPackagesFlatBeforeTheProgramsAreStarted) {
-  MakePackage(folder, InData("Tarvoexe.pkg"), {{"deep/Tool.exe", "x"}});
-  MakePackage(folder, InData("DeviceInstaller.pkg"), {{"DeviceInstaller.exe", "x"}});
-  MakePackage(folder, InData("PalmKestrel.pkg"), {{"palm/k.prc", "k"}});
-  MakePackage(folder, InData("Win32Installer.pkg"), {{"PDATarvo.exe", "p"}});
-  folder.WriteFile(InData("Kestrel.pkg"), "damaged");
-  Install({Meter()});
-  EXPECT_THAT(starting.started, ElementsAre("Meter/Tool.exe /v (minimised)"));
-  EXPECT_EQ(folder.ReadFile(InData("DeviceInstaller/DeviceInstaller.exe")), "x");
-  EXPECT_EQ(folder.ReadFile(InData("DeviceInstaller/Palm Kestrel/k.prc")), "k");
-  EXPECT_EQ(folder.ReadFile(InData("Win32Device/PDATarvo.exe")), "p");
-  EXPECT_THAT(status.messages, IsEmpty());
-}
-
-TEST_F(InstallingWithASample, OverwritesAnOlderCopyOfTheSample) {
-  folder.WriteFile(InData("Win32Device/SAMPLE.HVD"), "old");
-  Install({Meter()});
-  EXPECT_EQ(folder.ReadFile(InData("Win32Device/SAMPLE.HVD")).substr(0, 5), "Title");
-}
-
-TEST_F(InstallingWithASample, InstallsNoHandHeldComponentsForADriverWithoutOne) {
-  MakePackage(folder, InData("Tarvoexe.pkg"), {{"Tool.exe", "x"}});
-  Install({Package("Plain_1.drv")});
-  EXPECT_FALSE(Exists("Plain/Tool.exe"));
-  EXPECT_FALSE(std::filesystem::exists(folder / InData("Win32Device")));
-}
-
-class CollectingPackages : public Installing {
- protected:
-  int Collect() { return CollectPackagesOfInstalledDrivers(*globals, window); }
-};
-
-TEST_F(CollectingPackages, TakesThoseOfInstalledDriversSortedByName) {
-  Driver("Tide Gauge");
-  Driver("meter");
-  folder.WriteFile(InData("Tide Gauge_2.drv"));
-  folder.WriteFile(InData("Meter_1.DRV"));
-  folder.WriteFile(InData("Unknown_1.drv"));
-  folder.WriteFile(InData("notes_1.txt"));
-  EXPECT_EQ(Collect(), 2);
-  EXPECT_EQ(window.DriverFileList[1], folder / InData("Meter_1.DRV"));
-  EXPECT_EQ(window.DriverFileList[2], folder / InData("Tide Gauge_2.drv"));
-}
-
-TEST_F(CollectingPackages, LeavesOldEntriesBehindTheNewOnes) {
-  window.DriverFileList[1] = "old 1";
-  window.DriverFileList[2] = "old 2";
-  Driver("Meter");
-  folder.WriteFile(InData("Meter_1.drv"));
-  Collect();
-  EXPECT_EQ(window.DriverFileList[2], "old 2");
-}
-
-TEST_F(CollectingPackages, PassesOverAFileThatNamesNoDriver) {
-  folder.WriteFile(InData("_1.drv"));
-  folder.WriteFile(InData(".._1.drv"));
-  EXPECT_EQ(Collect(), 0);
-}
-
-TEST_F(CollectingPackages, FailsForAFileWithoutAnUnderscore) {
-  folder.WriteFile(InData("Meter.drv"));
-  try {
-    Collect();
-    FAIL() << "no error was raised";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), kInvalidProcedureCall);
-  }
-}
-
-TEST_F(CollectingPackages, FailsForMoreThanAHundred) {
-  Driver("Meter");
-  for (int i = 0; i < 100; ++i) folder.WriteFile(InData("Meter_" + std::to_string(i) + ".drv"));
-  EXPECT_EQ(Collect(), 100);
-  folder.WriteFile(InData("Meter_x.drv"));
-  try {
-    Collect();
-    FAIL() << "no error was raised";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), kSubscriptOutOfRange);
-  }
 }
 
 }  // namespace

@@ -188,6 +188,42 @@ TEST_F(UnpackingPackages, APackageThatChangesBeforeALargeMemberIsInflatedAgainIs
   EXPECT_EQ(Target(), (Tree{{"driver.inf", "old"}}));
 }
 
+TEST_F(UnpackingPackages, TheDescriptionCanBeFinishedBeforeAnyFileHasItsName) {
+  auto members = SmallDriver();
+  members.push_back({.name = "a/driver.inf", .content = "another"});
+  folder.WriteFile("package.drv", ArchiveOf(members));
+  folder.WriteFile("target/Driver.INF", "old");
+  Package package(SystemPlatform(), folder / "package.drv");
+  ASSERT_FALSE(package.Check());
+  const auto fail = [](File&) { throw RuntimeError(kDiskFull); };
+  EXPECT_THROW(package.Unpack(folder / "target", fail), RuntimeError);
+  EXPECT_EQ(Target(), (Tree{{"Driver.INF", "old"}}));
+  package.Unpack(folder / "target", [&](File& description) {
+    EXPECT_EQ(folder.ReadFile("target/Driver.INF"), "old");
+    description.WriteAt(description.Size(), "more");
+  });
+  EXPECT_EQ(Target().at("Driver.INF"), "[driver]\r\nmore");
+  EXPECT_EQ(Target().at("a/driver.inf"), "another");
+}
+
+TEST_F(UnpackingPackages, FilesOfTheRootCanBeReadBeforeTheyAreUnpacked) {
+  auto members = SmallDriver();
+  members.push_back({.name = "b.HVD", .content = "b"});
+  members.push_back({.name = "A.hvd", .content = "a", .isDeflated = true});
+  members.push_back({.name = ".0.hvd", .content = "hidden"});
+  members.push_back({.name = "0/0.hvd", .content = "deep"});
+  folder.WriteFile("package.drv", ArchiveOf(members));
+  Package package(SystemPlatform(), folder / "package.drv");
+  EXPECT_EQ(package.FirstRootFile("*.hvd"), "");
+  EXPECT_THROW(package.ReadRootFile("A.hvd", 1), RuntimeError);
+  ASSERT_FALSE(package.Check());
+  EXPECT_EQ(package.FirstRootFile("*.hvd"), "A.hvd");
+  EXPECT_EQ(package.FirstRootFile("*.csv"), "");
+  EXPECT_EQ(package.ReadRootFile("A.hvd", 1), "a");
+  EXPECT_THROW(package.ReadRootFile("A.hvd", 0), RuntimeError);
+  EXPECT_THROW(package.ReadRootFile("0.hvd", 10), RuntimeError);
+}
+
 TEST_F(UnpackingPackages, FlatPutsEveryFileIntoTheFolderAndTheLastOfANameStays) {
   const std::string bytes = ArchiveOf({{.name = "a/tool.prc", .content = "first"},
                                        {.name = "b/", .content = ""},

@@ -59,7 +59,8 @@ TEST_F(InstallingFromATerminal, StartsTheToolsForTheirVersions) {
 TEST_F(InstallingFromATerminal, SaysInOneSentenceWhichPackageIsInvalid) {
   const std::string bad = folder.WriteFile("Bad_1.drv", "damaged");
   EXPECT_EQ(Run({"drivers", "install", Package("A_1.drv"), bad, Package("C_1.drv")}), 1);
-  EXPECT_EQ(error, "tarvoctl: Invalid Driver file: Bad; \"tarvoctl package check\" tells why.\n");
+  EXPECT_EQ(error, "tarvoctl: Invalid Driver file: " + bad +
+                       ": The package has no end record: it is cut off or no zip archive.\n");
   EXPECT_TRUE(Exists("A"));
   EXPECT_FALSE(Exists("C"));
 }
