@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "forms/png_image.h"
+
 namespace tarvo {
 namespace {
 
@@ -12,13 +14,6 @@ std::uint32_t Number(std::string_view bytes, std::size_t at, int size) {
     const std::size_t place = at + static_cast<std::size_t>(i);
     value = value << 8 | (place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0U);
   }
-  return value;
-}
-
-std::uint32_t BigEndian(std::string_view bytes, std::size_t at) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i)
-    value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
   return value;
 }
 
@@ -79,13 +74,9 @@ bool IsBitmapFile(std::string_view bytes) {
          pixels + header.PixelBytes(rows) <= bytes.size();
 }
 
-// A PNG stream whose header and end chunk are there; its side lengths are in the header chunk.
 bool IsPngImage(std::string_view bytes) {
-  constexpr std::string_view kSignature("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16);
-  constexpr std::string_view kEnd("\0\0\0\0IEND\xae\x42\x60\x82", 12);
-  if (bytes.size() < 45 || bytes.substr(0, kSignature.size()) != kSignature) return false;
-  if (bytes.find(kEnd) == std::string_view::npos) return false;
-  return IsSide(BigEndian(bytes, 16)) && IsSide(BigEndian(bytes, 20));
+  const auto sides = SidesOfPng(bytes);
+  return sides && IsSide(sides->width) && IsSide(sides->height);
 }
 
 // A bitmap inside an icon: its header counts the rows of the picture and of its mask together.

@@ -54,10 +54,21 @@ std::string MakeIconImage(const BitmapFields& fields, bool withMask) {
          (withMask ? Rows(fields.width, fields.height, 1) : "");
 }
 
+std::string PngChunk(const std::string& type, const std::string& content) {
+  std::uint32_t sum = 0xFFFFFFFF;
+  for (const char c : type + content) {
+    sum ^= static_cast<unsigned char>(c);
+    for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320 : 0);
+  }
+  return Big32(static_cast<std::uint32_t>(content.size())) + type + content + Big32(~sum);
+}
+
+std::string PngHeader(std::uint32_t width, std::uint32_t height, const std::string& kind) {
+  return "\x89PNG\r\n\x1a\n" + PngChunk("IHDR", Big32(width) + Big32(height) + kind);
+}
+
 std::string MakePng(std::uint32_t width, std::uint32_t height) {
-  return std::string("\x89PNG\r\n\x1a\n") + Big32(13) + "IHDR" + Big32(width) + Big32(height) +
-         std::string("\x08\x06\0\0\0", 5) + "crc." + Big32(0) + "IDATcrc." + Big32(0) +
-         "IEND\xae\x42\x60\x82";
+  return PngHeader(width, height) + PngChunk("IDAT", "not inflated") + PngChunk("IEND", "");
 }
 
 std::string MakeIconFile(const std::vector<std::string>& images) {

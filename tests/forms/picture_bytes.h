@@ -25,7 +25,14 @@ std::string MakeBitmapFile(const BitmapFields& fields);
 
 // An image of an icon file: the header's height counts picture and mask; `height` is the picture's.
 std::string MakeIconImage(const BitmapFields& fields, bool withMask = true);
-// A PNG stream with header, an empty data chunk and end.
+
+// A chunk of a PNG stream with a true checksum, and such a stream's beginning: signature and header
+// chunk. `kind` is what the header says behind the sides; the default is 8 bits of each of red,
+// green, blue and alpha.
+std::string PngChunk(const std::string& type, const std::string& content);
+std::string PngHeader(std::uint32_t width, std::uint32_t height,
+                      const std::string& kind = std::string("\x08\x06\0\0\0", 5));
+// A PNG stream with header, a data chunk and end.
 std::string MakePng(std::uint32_t width, std::uint32_t height);
 
 // An icon file that holds the images behind one another.

@@ -219,6 +219,55 @@ TEST(ReadablePicture, IsNoIconWithAPngImageThatHasNoEnd) {
   EXPECT_FALSE(IsReadablePicture(MakeIconFile({With(png, png.size() - 8, "XXXX")})));
 }
 
+TEST(ReadablePicture, IsNoIconWithAPngImageOfWhichAnyByteIsDamaged) {
+  const std::string png = PngHeader(16, 16) + PngChunk("tEXt", "an odd size") +
+                          PngChunk("IDAT", "not inflated") + PngChunk("IEND", "");
+  ASSERT_TRUE(IsReadablePicture(MakeIconFile({png})));
+  for (std::size_t at = 0; at < png.size(); ++at) {
+    std::string damaged = png;
+    damaged[at] = static_cast<char>(damaged[at] ^ 0x10);
+    EXPECT_FALSE(IsReadablePicture(MakeIconFile({damaged}))) << at;
+  }
+}
+
+TEST(ReadablePicture, IsNoIconWithAPngImageThatLacksAPart) {
+  const std::string data = PngChunk("IDAT", "x");
+  const std::string end = PngChunk("IEND", "");
+  const auto isReadable = [](const std::string& png) {
+    return IsReadablePicture(MakeIconFile({png}));
+  };
+  EXPECT_TRUE(isReadable(PngHeader(1, 1) + data + data + end));
+  EXPECT_FALSE(isReadable(PngHeader(1, 1) + end)) << "no data";
+  EXPECT_FALSE(isReadable(PngHeader(1, 1) + data)) << "no end";
+  EXPECT_FALSE(isReadable(PngHeader(1, 1).substr(0, 8) + data + end)) << "no header";
+  const std::string withPalette = PngHeader(1, 1, std::string("\x08\x03\0\0\0", 5));
+  EXPECT_FALSE(isReadable(withPalette + data + end)) << "no palette";
+  EXPECT_TRUE(isReadable(withPalette + PngChunk("PLTE", "rgb") + data + end));
+}
+
+TEST(ReadablePicture, HasAPngHeaderOfAKnownKind) {
+  const auto isReadable = [](const std::string& kind) {
+    return IsReadablePicture(MakeIconFile({PngHeader(1, 1, kind) + PngChunk("PLTE", "rgb") +
+                                           PngChunk("IDAT", "x") + PngChunk("IEND", "")}));
+  };
+  const auto kind = [](int bits, int colours, int interlaced = 0) {
+    return std::string{static_cast<char>(bits), static_cast<char>(colours), 0, 0,
+                       static_cast<char>(interlaced)};
+  };
+  for (const int bits : {1, 2, 4, 8, 16}) {
+    EXPECT_TRUE(isReadable(kind(bits, 0))) << bits;
+    EXPECT_EQ(isReadable(kind(bits, 3)), bits < 16) << bits;
+    for (const int colours : {2, 4, 6}) EXPECT_EQ(isReadable(kind(bits, colours)), bits >= 8);
+    for (const int colours : {1, 5, 7}) EXPECT_FALSE(isReadable(kind(bits, colours)));
+  }
+  EXPECT_FALSE(isReadable(kind(3, 0)));
+  EXPECT_TRUE(isReadable(kind(8, 6, 1)));
+  EXPECT_FALSE(isReadable(kind(8, 6, 2)));
+  EXPECT_FALSE(isReadable(std::string("\x08\x06\1\0\0", 5)));
+  EXPECT_FALSE(isReadable(std::string("\x08\x06\0\1\0", 5)));
+  EXPECT_FALSE(isReadable(kind(8, 6) + "x")) << "longer than a header";
+}
+
 TEST(ReadablePicture, HasEveryImageInsideTheFile) {
   const std::string icon = MakeIconFile({MakeIconImage({})});
   const auto size = static_cast<std::uint32_t>(icon.size());
@@ -239,9 +288,9 @@ TEST(ReadablePicture, HasImagesThatDoNotShareBytes) {
 }
 
 TEST(ReadablePicture, IsJudgedQuicklyWhateverItsNumberOfImages) {
-  const std::string png = MakePng(16, 16);
   constexpr std::uint32_t kCount = 0xFFFF;
-  std::string large = png.substr(0, 41) + std::string(8'000'000, '\0') + png.substr(41);
+  const std::string large =
+      PngHeader(16, 16) + PngChunk("IDAT", std::string(8'000'000, '\0')) + PngChunk("IEND", "");
   std::string file = Little16(0) + Little16(1) + Little16(kCount);
   for (std::uint32_t i = 0; i < kCount; ++i) {
     file += std::string(8, '\0') + Little32(static_cast<std::uint32_t>(large.size())) +
