@@ -121,6 +121,7 @@ class FileListBox : public Control {
   struct Entry {
     std::string Name;
     bool Selected = false;
+    bool operator==(const Entry&) const = default;
   };
 
   std::string ToolTipText;

@@ -1,6 +1,7 @@
 #include "frontends/qt/file_list_widget.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "frontends/qt/dialog_controls.h"
 #include "frontends/qt/text.h"
@@ -20,10 +21,7 @@ void FileListWidget::Sync(const FileListBox& list) {
   const QSignalBlocker quiet(this);
   SyncBasics(*this, list);
   setToolTip(ToToolTip(list.ToolTipText));
-  TakeOverNames(list);
-  for (int row = 0; row < count(); ++row) {
-    item(row)->setSelected(list.Entries[static_cast<std::size_t>(row)].Selected);
-  }
+  TakeOver(list.Entries);
   if (currentRow() != list.ListIndex) {
     setCurrentRow(list.ListIndex, QItemSelectionModel::NoUpdate);
   }
@@ -36,14 +34,25 @@ void FileListWidget::focusInEvent(QFocusEvent* event) {
   setCurrentRow(list_.ListIndex, QItemSelectionModel::NoUpdate);
 }
 
-void FileListWidget::TakeOverNames(const FileListBox& list) {
-  bool isSame = static_cast<std::size_t>(count()) == list.Entries.size();
-  for (int row = 0; isSame && row < count(); ++row) {
-    isSame = item(row)->text() == ToText(list.Entries[static_cast<std::size_t>(row)].Name);
+// Without a current entry every key leads to the first one, this one too.
+QModelIndex FileListWidget::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveEnd && count() > 0 && currentRow() < 0) return model()->index(count() - 1, 0);
+  return QListWidget::moveCursor(action, modifiers);
+}
+
+// Nothing is done for entries that are shown already: a handler that yields at each of them comes
+// by here as often.
+void FileListWidget::TakeOver(const std::vector<FileListBox::Entry>& entries) {
+  if (entries == shown_) return;
+  const auto sameName = [](const auto& a, const auto& b) { return a.Name == b.Name; };
+  if (!std::equal(entries.begin(), entries.end(), shown_.begin(), shown_.end(), sameName)) {
+    clear();
+    for (const FileListBox::Entry& entry : entries) addItem(ToText(entry.Name));
   }
-  if (isSame) return;
-  clear();
-  for (const FileListBox::Entry& entry : list.Entries) addItem(ToText(entry.Name));
+  for (int row = 0; row < count(); ++row) {
+    item(row)->setSelected(entries[static_cast<std::size_t>(row)].Selected);
+  }
+  shown_ = entries;
 }
 
 void FileListWidget::TellState() {
@@ -52,6 +61,7 @@ void FileListWidget::TellState() {
     list_.Entries[static_cast<std::size_t>(row)].Selected = item(row)->isSelected();
   }
   list_.ListIndex = currentRow();
+  shown_ = list_.Entries;
 }
 
 }  // namespace tarvo::qt

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListWidget>
+#include <vector>
 
 #include "forms/controls.h"
 
@@ -15,12 +16,14 @@ class FileListWidget : public QListWidget {
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
  private:
-  void TakeOverNames(const FileListBox& list);
+  void TakeOver(const std::vector<FileListBox::Entry>& entries);
   void TellState();
 
   FileListBox& list_;
+  std::vector<FileListBox::Entry> shown_;
 };
 
 }  // namespace tarvo::qt

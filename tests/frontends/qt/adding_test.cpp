@@ -73,6 +73,35 @@ TEST_F(AddDriverWindow, InstallsTheCurrentPackageByEnter) {
   EXPECT_THAT(Installed(), ElementsAre("A"));
 }
 
+TEST_F(AddDriverWindow, GoesToTheLastPackageByEndAlsoWithoutACurrentOne) {
+  for (const char* name : {"A_1.drv", "B_1.drv", "C_1.drv"}) Package(name);
+  Open([](QWidget& window) {
+    QTest::keyClick(&Files(window), Qt::Key_End);
+    EXPECT_EQ(Files(window).currentRow(), 2);
+    QTest::keyClick(&Files(window), Qt::Key_Up, Qt::ShiftModifier);
+    Press(window, "cmd_adddriver");
+  });
+  EXPECT_THAT(Installed(), ElementsAre("B", "C"));
+}
+
+TEST_F(AddDriverWindow, ShowsTheNextTimeWhatLiesThereThen) {
+  Package("A_1.drv");
+  Package("B_1.drv");
+  Open([](QWidget& window) {
+    QTest::keyClick(&Files(window), Qt::Key_End);
+    Press(window, "cmd_cancel");
+  });
+  std::filesystem::remove(folder / InData("A_1.drv"));
+  WhenDialogAppears([](QWidget& window) {
+    ASSERT_EQ(Files(window).count(), 1);
+    EXPECT_EQ(Files(window).item(0)->text(), "B_1.drv");
+    EXPECT_TRUE(Files(window).selectedItems().isEmpty());
+    EXPECT_EQ(Files(window).currentRow(), -1);
+    Press(window, "cmd_cancel");
+  });
+  QTest::keyClick(&List(), Qt::Key_Return);
+}
+
 TEST_F(AddDriverWindow, InstallsNothingByEscape) {
   Package("A_1.drv");
   Open([](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
