@@ -4,14 +4,17 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "base/runtime_error.h"
 #include "platform/forwarding_platform.h"
 #include "support/memory_registry.h"
 
 namespace tarvo::test {
 
 // The real system with a clock moved by hand, and with the locale, the special folders and the
-// system registry that a test chooses: at first CSV files open in the viewer. The files are real.
+// system registry that a test chooses: at first CSV files open in the viewer. The files and the
+// processes are real; what the desktop would show is only noted.
 // Tests set the members, or derive and override more.
 class HandMovedPlatform : public ForwardingPlatform {
  public:
@@ -35,6 +38,15 @@ class HandMovedPlatform : public ForwardingPlatform {
   std::map<int, std::string> specialFolders;
 
   MemoryRegistry registry;  // its only root
+
+  // What the desktop was asked to do; it does nothing. Set, `desktopError` is raised instead.
+  std::vector<std::string> openedFolders, shownFiles, openedByVerb, classicHelp;
+  std::vector<int> broughtToFront;
+  std::optional<RuntimeError> desktopError;
+
+  // What was started, the program's path with its arguments behind it; every one really is.
+  std::vector<std::string> started;
+  int lastProcess = 0;
 
   // Moves the clock, past midnight as needed.
   void PassSeconds(double seconds) {
@@ -84,6 +96,25 @@ class HandMovedPlatform : public ForwardingPlatform {
     return registry.Make(path);
   }
 
+  int StartProcess(std::string_view program, const std::vector<std::string>& arguments,
+                   StartWindow window) override {
+    lastProcess = ForwardingPlatform::StartProcess(program, arguments, window);
+    std::string& call = started.emplace_back(program);
+    for (const std::string& argument : arguments) call.append(" ").append(argument);
+    if (window == StartWindow::kMinimised) call += " (minimised)";
+    return lastProcess;
+  }
+  void BringToFront(int process) override { broughtToFront.push_back(process); }
+  void OpenFolder(std::string_view path) override { Ask(openedFolders, path); }
+  void ShowFile(std::string_view path) override { Ask(shownFiles, path); }
+  void OpenByVerb(std::string_view path, std::string_view workingFolder) override {
+    Ask(openedByVerb, std::string(path) + " in " + std::string(workingFolder));
+  }
+  void OpenClassicHelp(std::string_view path, HelpCommand command, std::string_view key) override {
+    Ask(classicHelp, std::string(path) + " " + std::to_string(static_cast<int>(command)) + " \"" +
+                         std::string(key) + "\"");
+  }
+
   std::optional<std::string> SpecialFolder(int identifier) override {
     const auto folder = specialFolders.find(identifier);
     if (folder == specialFolders.end()) return std::nullopt;
@@ -91,6 +122,11 @@ class HandMovedPlatform : public ForwardingPlatform {
   }
 
  private:
+  void Ask(std::vector<std::string>& asked, std::string_view what) {
+    if (desktopError) throw RuntimeError(*desktopError);
+    asked.emplace_back(what);
+  }
+
   static constexpr double kSecondsPerDay = 86400;
 
   static std::string Padded(int number, std::size_t width) {

@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/globals/globals.h"
@@ -34,12 +38,28 @@ class RootedPlatform : public HandMovedPlatform {
 // Answers messages as the test says and keeps what was shown.
 class RecordingFrontEnd : public NullFrontEnd {
  public:
-  Answer MsgBox(std::string_view text, MessageButtons, MessageIcon icon,
+  Answer MsgBox(std::string_view text, MessageButtons buttons, MessageIcon icon,
                 std::string_view title) override {
     icons.push_back(icon);
+    buttonsShown.push_back(buttons);
     pointersAtMessages.push_back(MousePointer());
     messages.push_back(std::string(title) + ": " + std::string(text));
-    return answer;
+    if (atMessage) atMessage();
+    if (answers.empty()) return answer;
+    const Answer next = answers.front();
+    answers.pop_front();
+    return next;
+  }
+  void PopupMenu(MenuItem& menu, const MenuItem* defaultEntry) override {
+    popups.emplace_back(&menu, defaultEntry);
+  }
+  void ShowHelp(Form&, const HelpRequest& request) override {
+    if (helpError) throw RuntimeError(*helpError);
+    helpShown.push_back(request);
+  }
+  void YieldUntilEvent(double seconds) override {
+    waits.push_back(seconds);
+    if (whileWaiting) whileWaiting();
   }
   float ScaleHeight(const Form& form) override { return form.Place.Height - kFrameHeight; }
 
@@ -47,7 +67,15 @@ class RecordingFrontEnd : public NullFrontEnd {
   std::vector<std::string> messages;
   std::vector<MessageIcon> icons;  // of the messages
   std::vector<int> pointersAtMessages;
+  std::vector<MessageButtons> buttonsShown;
   Answer answer = Answer::kOk;
+  std::deque<Answer> answers;       // the next ones, before `answer`
+  std::function<void()> atMessage;  // while a message is shown
+  std::vector<std::pair<const MenuItem*, const MenuItem*>> popups;  // menu, default entry
+  std::vector<HelpRequest> helpShown;
+  std::optional<RuntimeError> helpError;
+  std::vector<double> waits;           // of YieldUntilEvent, in seconds
+  std::function<void()> whileWaiting;  // in YieldUntilEvent
   std::vector<int> pointers;
 
  protected:
@@ -75,6 +103,13 @@ class ProgramRun : public ::testing::Test {
   std::string Driver(const std::string& name) const { return folder.MakeFolder(InDrivers(name)); }
   std::string DriverFile(const std::string& name, std::string_view content = {}) const {
     return folder.WriteFile(InDrivers(name), content);
+  }
+
+  // A tool of a driver, a shell script that notes its name and arguments in "calls" of the
+  // temporary folder and then runs `commands`.
+  std::string DriverTool(const std::string& name, const std::string& commands = {}) const {
+    return folder.WriteProgram(InDrivers(name),
+                               "echo \"$0 $*\" >> '" + folder / "calls" + "'\n" + commands);
   }
 
   TemporaryFolder folder;

@@ -35,6 +35,12 @@ std::string TemporaryFolder::WriteFile(std::string_view name, std::string_view c
   return path.string();
 }
 
+std::string TemporaryFolder::WriteProgram(std::string_view name, std::string_view commands) const {
+  const std::string path = WriteFile(name, "#!/bin/sh\n" + std::string(commands) + "\n");
+  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+  return path;
+}
+
 std::string TemporaryFolder::ReadFile(std::string_view name) const {
   return ReadFileAt(*this / name);
 }

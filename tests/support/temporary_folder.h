@@ -24,6 +24,9 @@ class TemporaryFolder {
   std::string MakeFolder(std::string_view name) const;
   std::string WriteFile(std::string_view name, std::string_view content = {}) const;
 
+  // A shell script that may be executed.
+  std::string WriteProgram(std::string_view name, std::string_view commands) const;
+
   std::string ReadFile(std::string_view name) const;
 
  private:

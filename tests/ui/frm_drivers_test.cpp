@@ -243,25 +243,6 @@ TEST_F(TheMainWindow, ClosesWhenItIsActivatedDuringARefresh) {
   EXPECT_FALSE(frontEnd.IsLoaded(Window()));
 }
 
-TEST_F(TheMainWindow, TakesF1ForHelpOnlyWithTheExactSetting) {
-  Start();
-  int helpShown = 0;
-  Window().mnuHelpContents.Click = [&] { ++helpShown; };
-  const auto press = [&](int key) {
-    Window().Form_KeyDown(key);
-    return key;
-  };
-  EXPECT_EQ(press(112), 112);
-  Store("Vista", "Yes");
-  EXPECT_EQ(press(112), 112);
-  EXPECT_EQ(helpShown, 0);
-  Store("vista", "yes");
-  EXPECT_EQ(press(113), 113);
-  EXPECT_EQ(helpShown, 0);
-  EXPECT_EQ(press(112), 0);
-  EXPECT_EQ(helpShown, 1);
-}
-
 TEST_F(TheMainWindow, ReadsTheTwoSettingsThatItKeeps) {
   Store("Tarvo_Settings_oldtarvo.exe", "old");
   Store("Tarvo_Settings_tarvo.exe", "new");
