@@ -1,30 +1,17 @@
 #include "platform/linux/special_folders.h"
 
-#include <pwd.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <string_view>
 
 #include "base/paths.h"
+#include "platform/linux/xdg_folders.h"
 
 namespace tarvo {
 namespace {
 
 constexpr const char* kSharedDocuments = "/var/lib/tarvo/documents";
-
-std::string Environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
-
-std::string HomeFolder() {
-  const std::string home = Environment("HOME");
-  if (!home.empty()) return home;
-  const passwd* user = ::getpwuid(::getuid());
-  return user && user->pw_dir ? user->pw_dir : "";
-}
 
 std::string WithoutEndSlash(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
@@ -50,7 +37,7 @@ std::string DocumentsOfLine(std::string_view line, const std::string& home) {
 }
 
 std::string ConfiguredDocuments(const std::string& home) {
-  std::string config = Environment("XDG_CONFIG_HOME");
+  std::string config = EnvironmentValue("XDG_CONFIG_HOME");
   if (config.empty() || config[0] != '/') config = home + "/.config";
   std::ifstream file(config + "/user-dirs.dirs");
   std::string result;
@@ -64,7 +51,7 @@ std::string ConfiguredDocuments(const std::string& home) {
 }  // namespace
 
 std::optional<std::string> CommonDocumentsFolder(const std::string& startFolder) {
-  const std::string chosen = Environment("TARVO_COMMON_DOCUMENTS");
+  const std::string chosen = EnvironmentValue("TARVO_COMMON_DOCUMENTS");
   if (!chosen.empty()) {
     return WithoutEndSlash(chosen[0] == '/' ? chosen : JoinPath(startFolder, chosen));
   }
