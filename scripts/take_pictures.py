@@ -52,7 +52,7 @@ def _settings_lock():
 
 
 def _start(own, command):
-    environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **own.viewer_association())
     for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS"):
         environment[name] = own.environment[name]
     environment.setdefault("XDG_RUNTIME_DIR", own.environment["XDG_RUNTIME_DIR"])

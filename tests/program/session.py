@@ -84,7 +84,23 @@ class Session:
         ):
             (self.folder / name).mkdir(mode=0o700)
             environment[variable] = str(self.folder / name)
+        environment.update(self.viewer_association())
         return environment
+
+    def viewer_association(self):
+        """What lets CSV files open in the viewer, as for a user who has it, so that no program asks."""
+        configuration, data = self.folder / "etc", self.folder / "share"
+        (data / "applications").mkdir(parents=True, exist_ok=True)
+        configuration.mkdir(exist_ok=True)
+        (configuration / "mimeapps.list").write_text(
+            "[Default Applications]\ntext/csv=csvFile.desktop\n")
+        (data / "applications" / "csvFile.desktop").write_text(
+            "[Desktop Entry]\nType=Application\nName=CSV viewer\nExec=csvview %f\n"
+            "MimeType=text/csv;\n")
+        return {
+            "XDG_CONFIG_DIRS": f"{configuration}:/etc/xdg",
+            "XDG_DATA_DIRS": f"{data}:/usr/local/share:/usr/share",
+        }
 
     def _start(self, command, **options):
         process = start(
