@@ -55,14 +55,15 @@ void MakeFilesRemovable(Platform& platform, const std::string& folder) {
 
 }  // namespace
 
-void RemoveDriver(Globals& globals, MainWindow& window, const std::string& name) {
+bool RemoveDriver(Globals& globals, MainWindow& window, const std::string& name) {
   Platform& platform = globals.platform;
-  if (!IsConfirmedWithDownloads(globals, CountDownloads(globals, name))) return;
+  if (!IsConfirmedWithDownloads(globals, CountDownloads(globals, name))) return false;
   const std::string folder = DriverFolderPath(platform, name);
   Absorb([&] { MakeFilesRemovable(platform, folder); });
   Absorb([&] { DeleteFolderTree(platform, globals.frontEnd, folder); });
   Absorb([&] { RemoveReg(platform, name); });
   UpdateDriverList(globals, window);
+  return true;
 }
 
 }  // namespace tarvo

@@ -14,36 +14,33 @@ std::string FieldOf(const ListItem& item, std::size_t column) {
   return column == 0 ? item.Text : item.SubItems[column - 1];
 }
 
-std::string JsonObject(const ListItem& item) {
-  std::string result = "{";
-  for (std::size_t column = 0; column < std::size(kFieldNames); ++column) {
-    if (column > 0) result += ", ";
-    result += JsonString(kFieldNames[column]) + ": " + JsonString(FieldOf(item, column));
-  }
-  return result + "}";
-}
-
-void WriteJson(std::ostream& out, const std::vector<const ListItem*>& drivers) {
-  out << '[';
-  for (std::size_t i = 0; i < drivers.size(); ++i) {
-    out << (i == 0 ? "\n  " : ",\n  ") << JsonObject(*drivers[i]);
-  }
-  out << (drivers.empty() ? "]\n" : "\n]\n");
-}
-
-void WriteTable(std::ostream& out, const std::vector<const ListItem*>& drivers) {
+// The names of the columns, then a row for each driver.
+std::vector<std::vector<std::string>> Rows(const std::vector<const ListItem*>& drivers) {
   std::vector<std::vector<std::string>> rows;
+  rows.reserve(drivers.size() + 1);
   rows.emplace_back(std::begin(kFieldNames), std::end(kFieldNames));
   for (const ListItem* driver : drivers) {
     std::vector<std::string>& row = rows.emplace_back();
+    row.reserve(std::size(kFieldNames));
     for (std::size_t column = 0; column < std::size(kFieldNames); ++column) {
-      row.push_back(OneLine(FieldOf(*driver, column)));
+      row.push_back(FieldOf(*driver, column));
     }
   }
-  out << AlignedTable(rows);
+  return rows;
 }
 
 }  // namespace
+
+void WriteRows(CommandRun& run, std::vector<std::vector<std::string>> rows) {
+  if (run.json) {
+    run.out << JsonTable(rows);
+    return;
+  }
+  for (auto& row : rows) {
+    for (std::string& cell : row) cell = OneLine(cell);
+  }
+  run.out << AlignedTable(rows);
+}
 
 void ListDrivers(CommandRun& run) {
   ListedDrivers window(run.globals);
@@ -52,7 +49,7 @@ void ListDrivers(CommandRun& run) {
     const ListItem& item = window.lvListView.ItemAt(i);
     if (item.Key != kAddItemKey) drivers.push_back(&item);
   }
-  run.json ? WriteJson(run.out, drivers) : WriteTable(run.out, drivers);
+  WriteRows(run, Rows(drivers));
 }
 
 void TranslatePhrase(CommandRun& run) {

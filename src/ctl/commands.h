@@ -22,8 +22,9 @@ class CommandFailure : public std::runtime_error {
 struct CommandRun {
   Globals& globals;
   std::vector<std::string> arguments;
-  bool json = false;
   std::ostream& out;
+  bool json = false;
+  bool yes = false;  // every question is answered with Yes
 };
 
 struct Command {
@@ -32,12 +33,17 @@ struct Command {
   std::size_t fewest;          // how many arguments it takes
   std::size_t most;
   bool takesJson;
+  bool takesYes;
   std::string_view help;
   void (*run)(CommandRun&);
 };
 
 // Every command of the terminal program.
 const std::vector<Command>& AllCommands();
+
+// Writes rows of texts as an aligned table, or as JSON where that was asked for; the first row
+// names the columns.
+void WriteRows(CommandRun& run, std::vector<std::vector<std::string>> rows);
 
 void ListSettings(CommandRun& run);
 void GetSettingValue(CommandRun& run);
@@ -46,6 +52,8 @@ void DeleteSetting(CommandRun& run);
 void ListDrivers(CommandRun& run);
 void InstallPackages(CommandRun& run);
 void RefreshInstalledDrivers(CommandRun& run);
+void RemoveInstalledDriver(CommandRun& run);
+void RecordToolVersions(CommandRun& run);
 void TranslatePhrase(CommandRun& run);
 void CheckPackages(CommandRun& run);
 void UnpackPackage(CommandRun& run);

@@ -31,4 +31,17 @@ std::string JsonString(std::string_view text) {
   return result + '"';
 }
 
+std::string JsonTable(const std::vector<std::vector<std::string>>& rows) {
+  std::string result = "[";
+  for (std::size_t row = 1; row < rows.size(); ++row) {
+    result += row == 1 ? "\n  {" : ",\n  {";
+    for (std::size_t column = 0; column < rows[row].size(); ++column) {
+      if (column > 0) result += ", ";
+      result += JsonString(rows[0][column]) + ": " + JsonString(rows[row][column]);
+    }
+    result += "}";
+  }
+  return result + (rows.size() > 1 ? "\n]\n" : "]\n");
+}
+
 }  // namespace tarvo

@@ -7,17 +7,19 @@
 #include "base/runtime_error.h"
 #include "ctl/commands.h"
 #include "ctl/table.h"
-#include "forms/null_front_end.h"
+#include "ctl/terminal_front_end.h"
 
 namespace tarvo {
 namespace {
 
 constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 constexpr std::string_view kJsonOption = "--json";
+constexpr std::string_view kYesOption = "--yes";
 
 std::string CallOf(const Command& command) {
   std::string call(command.words);
   if (!command.arguments.empty()) call.append(" ").append(command.arguments);
+  if (command.takesYes) call.append(" [--yes]");
   if (command.takesJson) call.append(" [--json]");
   return call;
 }
@@ -80,29 +82,35 @@ int WrongUsage(std::ostream& err, const std::string& sentence) {
 
 const std::vector<Command>& AllCommands() {
   static const std::vector<Command> commands{
-      {"settings list", "", 0, 0, false, "list all settings: key, tabulator, value", ListSettings},
-      {"settings get", "KEY", 1, 1, false, "show a setting's value", GetSettingValue},
-      {"settings set", "KEY VALUE", 2, 2, false, "store a setting", SetSetting},
-      {"settings delete", "KEY", 1, 1, false, "delete a setting; letter case counts",
+      {"settings list", "", 0, 0, false, false, "list all settings: key, tabulator, value",
+       ListSettings},
+      {"settings get", "KEY", 1, 1, false, false, "show a setting's value", GetSettingValue},
+      {"settings set", "KEY VALUE", 2, 2, false, false, "store a setting", SetSetting},
+      {"settings delete", "KEY", 1, 1, false, false, "delete a setting; letter case counts",
        DeleteSetting},
-      {"drivers list", "", 0, 0, true, "list the installed drivers as the window does",
+      {"drivers list", "", 0, 0, true, false, "list the installed drivers as the window does",
        ListDrivers},
-      {"drivers install", "FILE...", 1, kAnyNumber, false,
+      {"drivers install", "FILE...", 1, kAnyNumber, false, false,
        "install drivers from packages, as the window does", InstallPackages},
-      {"drivers refresh", "", 0, 0, false,
+      {"drivers refresh", "", 0, 0, false, false,
        "install the packages in the data folder whose drivers are installed already",
        RefreshInstalledDrivers},
-      {"package check", "FILE...", 1, kAnyNumber, true,
+      {"drivers remove", "NAME", 1, 1, true, true,
+       "remove a driver and its data, asking as the window does", RemoveInstalledDriver},
+      {"drivers versions", "", 0, 0, true, false,
+       "let every tool record its version, wait and list them", RecordToolVersions},
+      {"package check", "FILE...", 1, kAnyNumber, true, false,
        "check driver packages; .pkg needs no driver.inf", CheckPackages},
-      {"package unpack", "FILE FOLDER", 2, 2, false, "check a package and unpack it into a folder",
-       UnpackPackage},
-      {"translate", "PHRASE [PARAMETERS]", 1, 2, false, "translate a phrase", TranslatePhrase},
+      {"package unpack", "FILE FOLDER", 2, 2, false, false,
+       "check a package and unpack it into a folder", UnpackPackage},
+      {"translate", "PHRASE [PARAMETERS]", 1, 2, false, false, "translate a phrase",
+       TranslatePhrase},
   };
   return commands;
 }
 
 int RunTerminalProgram(Platform& platform, const std::vector<std::string>& arguments,
-                       std::ostream& out, std::ostream& err) {
+                       std::ostream& out, std::ostream& err, std::istream& in) {
   if (arguments.empty()) return WrongUsage(err, "No command was given.");
   if (arguments.size() == 1 && arguments[0] == "--help") {
     WriteHelp(out);
@@ -116,12 +124,14 @@ int RunTerminalProgram(Platform& platform, const std::vector<std::string>& argum
   if (!command)
     return WrongUsage(err, "\"" + OneLine(arguments[0]) + "\" is no command, or lacks a word.");
 
-  NullFrontEnd frontEnd;
+  TerminalFrontEnd frontEnd(in, err);
   Globals globals(platform, frontEnd, "");
   std::vector<std::string> rest(
       arguments.begin() + static_cast<std::ptrdiff_t>(Words(command->words).size()),
       arguments.end());
-  CommandRun run{globals, std::move(rest), false, out};
+  CommandRun run{globals, std::move(rest), out};
+  if (command->takesYes) run.yes = std::erase(run.arguments, kYesOption) > 0;
+  if (run.yes) frontEnd.AssumeYes();
   if (command->takesJson) run.json = std::erase(run.arguments, kJsonOption) > 0;
   if (run.arguments.size() < command->fewest || run.arguments.size() > command->most) {
     return WrongUsage(err, "The call is: tarvoctl " + CallOf(*command) + ".");

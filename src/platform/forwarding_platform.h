@@ -72,6 +72,7 @@ class ForwardingPlatform : public Platform {
     target_.DeleteProgramSettings(application, section);
   }
   std::vector<SystemFinding> Findings() override { return target_.Findings(); }
+  bool InputIsTerminal() override { return target_.InputIsTerminal(); }
   double Now() override { return target_.Now(); }
   double SecondsSinceMidnight() override { return target_.SecondsSinceMidnight(); }
   std::string ShortDate(CalendarDate date) override { return target_.ShortDate(date); }

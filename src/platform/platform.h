@@ -171,6 +171,9 @@ class Platform {
   // runs programs for Windows, and anything odd about them.
   virtual std::vector<SystemFinding> Findings() = 0;
 
+  // Whether the process's standard input is a terminal, so that questions can be answered there.
+  virtual bool InputIsTerminal() = 0;
+
   // Local date and time: days since 30 December 1899, the time of day as the fraction.
   virtual double Now() = 0;
 

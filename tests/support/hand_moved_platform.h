@@ -44,6 +44,8 @@ class HandMovedPlatform : public ForwardingPlatform {
   std::vector<int> broughtToFront;
   std::optional<RuntimeError> desktopError;
 
+  bool hasTerminal = false;  // to answer questions on
+
   // What was started, the program's path with its arguments behind it; every one really is.
   std::vector<std::string> started;
   int lastProcess = 0;
@@ -104,6 +106,7 @@ class HandMovedPlatform : public ForwardingPlatform {
     if (window == StartWindow::kMinimised) call += " (minimised)";
     return lastProcess;
   }
+  bool InputIsTerminal() override { return hasTerminal; }
   void BringToFront(int process) override { broughtToFront.push_back(process); }
   void OpenFolder(std::string_view path) override { Ask(openedFolders, path); }
   void ShowFile(std::string_view path) override { Ask(shownFiles, path); }

@@ -243,6 +243,8 @@ class LinuxPlatform final : public Platform {
 
   std::vector<SystemFinding> Findings() override { return LinuxFindings(); }
 
+  bool InputIsTerminal() override { return ::isatty(STDIN_FILENO) == 1; }
+
   double Now() override {
     const LocalTime now = ReadClock();
     return DayNumber(now.calendar) + SecondsOfDay(now) / 86400.0;
