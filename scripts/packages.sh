@@ -8,6 +8,7 @@ kBuildPackages=(
   libbenchmark-dev
   libgmock-dev
   libgtest-dev
+  libsystemd-dev
   libxcb1-dev
   ninja-build
   qt6-base-dev
@@ -15,12 +16,14 @@ kBuildPackages=(
 )
 
 # What the program shows and speaks with. The platform's own dialogs and texts come with the
-# translations; without a font there is no legible character.
+# translations; without a font there is no legible character. Files and folders are opened by
+# "xdg-open".
 kProgramPackages=(
   fonts-dejavu-core
   fonts-liberation
   qt6-qpa-plugins
   qt6-translations-l10n
+  xdg-utils
 )
 
 # A display that nobody sees, with a window manager, and the program read and driven from outside.

@@ -12,6 +12,7 @@
 
 #include "base/runtime_error.h"
 #include "platform/linux/linux_file.h"
+#include "platform/linux/long_path.h"
 
 namespace tarvo {
 namespace {
@@ -48,21 +49,31 @@ class SpawnAttributes {
 };
 
 // The child neither reads this program's input nor holds its output open, which a pipe would wait
-// for.
-class NoStandardFiles {
+// for. It starts in a working folder of its own, if one is given.
+class ChildFiles {
  public:
-  NoStandardFiles() {
+  explicit ChildFiles(std::string_view workingFolder) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_addopen(&actions_, 0, "/dev/null", O_RDONLY, 0);
     ::posix_spawn_file_actions_addopen(&actions_, 1, "/dev/null", O_WRONLY, 0);
     ::posix_spawn_file_actions_addopen(&actions_, 2, "/dev/null", O_WRONLY, 0);
+    if (!workingFolder.empty()) ChangeFolder(workingFolder);
   }
-  ~NoStandardFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
-  NoStandardFiles(const NoStandardFiles&) = delete;
-  NoStandardFiles& operator=(const NoStandardFiles&) = delete;
+  ~ChildFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
+  ChildFiles(const ChildFiles&) = delete;
+  ChildFiles& operator=(const ChildFiles&) = delete;
   const posix_spawn_file_actions_t* Get() const { return &actions_; }
 
  private:
+  void ChangeFolder(std::string_view path) {
+    const ReachedPath reached = ReachPath(path);
+    folder_ = Descriptor(
+        ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (folder_.Get() < 0) throw FolderError(errno, path);
+    ::posix_spawn_file_actions_addfchdir_np(&actions_, folder_.Get());
+  }
+
+  Descriptor folder_;
   posix_spawn_file_actions_t actions_;
 };
 
@@ -92,7 +103,8 @@ void ForgetEndedChildren() {
 
 }  // namespace
 
-int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments) {
+int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments,
+                      std::string_view workingFolder) {
   ForgetEndedChildren();
 
   std::vector<std::string> words;
@@ -106,7 +118,7 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
   pointers.push_back(nullptr);
 
   const SpawnAttributes attributes;
-  const NoStandardFiles files;
+  const ChildFiles files(workingFolder);
   pid_t child = 0;
   const int code = interpreter.empty() ? ::posix_spawn(&child, pointers[0], files.Get(),
                                                        attributes.Get(), pointers.data(), environ)

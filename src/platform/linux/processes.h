@@ -7,8 +7,10 @@
 namespace tarvo {
 
 // Starts a program; see Platform::StartProcess. Programs for Windows are told by their first bytes
-// and run through "wine".
-int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments);
+// and run through "wine". A working folder other than the current one needs a program with an
+// absolute path; 76 when it is missing.
+int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments,
+                      std::string_view workingFolder = {});
 
 // Whether a started process still runs; see Platform::ProcessLives.
 bool LinuxProcessLives(int process);

@@ -1,0 +1,93 @@
+#include "private_bus.h"
+
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace tarvo::test {
+namespace {
+
+constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=@/bus</listen>
+  <servicedir>@/services</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+std::string Configuration(const std::string& folder) {
+  std::string text = kConfiguration;
+  for (std::size_t at = 0; (at = text.find("@/", at)) != text.npos;) text.replace(at, 1, folder);
+  return text;
+}
+
+using Connection = std::unique_ptr<sd_bus, decltype(&::sd_bus_close_unref)>;
+
+Connection Connect(const std::string& address) {
+  sd_bus* bus = nullptr;
+  ::sd_bus_new(&bus);
+  Connection connection(bus, &::sd_bus_close_unref);
+  const bool isOpen = ::sd_bus_set_address(bus, address.c_str()) >= 0 &&
+                      ::sd_bus_set_bus_client(bus, true) >= 0 && ::sd_bus_start(bus) >= 0;
+  if (!isOpen) connection.reset();
+  return connection;
+}
+
+}  // namespace
+
+TestProcess::TestProcess(const std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
+  for (const std::string& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
+  pointers.push_back(nullptr);
+  const pid_t parent = ::getpid();
+  process_ = ::fork();
+  if (process_ != 0) return;
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (::getppid() == parent) ::execvp(pointers[0], pointers.data());
+  ::_exit(EXIT_FAILURE);
+}
+
+void TestProcess::End() {
+  if (process_ <= 0) return;
+  ::kill(process_, SIGKILL);
+  ::waitpid(process_, nullptr, 0);
+  process_ = 0;
+}
+
+PrivateBus::PrivateBus() : address_("unix:path=" + folder_.Path() + "/bus") {
+  folder_.MakeFolder("services");
+  folder_.WriteFile("bus.conf", Configuration(folder_.Path()));
+  daemon_ = TestProcess(
+      {"dbus-daemon", "--config-file=" + (folder_ / "bus.conf"), "--nofork", "--nosyslog"});
+  if (!ComesTrue([&] { return std::filesystem::exists(folder_ / "bus"); })) {
+    throw std::runtime_error("the session bus does not start");
+  }
+}
+
+void PrivateBus::MakeStartable(const std::string& name, const std::string& command) const {
+  folder_.WriteFile("services/" + name + ".service",
+                    "[D-BUS Service]\nName=" + name + "\nExec=" + command + "\n");
+  const Connection bus = Connect(address_);
+  ::sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                       "org.freedesktop.DBus", "ReloadConfig", nullptr, nullptr, "");
+}
+
+bool PrivateBus::HasOwner(const std::string& name) const {
+  const Connection bus = Connect(address_);
+  return bus && ::sd_bus_get_name_creds(bus.get(), name.c_str(), 0, nullptr) >= 0;
+}
+
+}  // namespace tarvo::test
