@@ -54,6 +54,7 @@ void InstallPackages(CommandRun& run);
 void RefreshInstalledDrivers(CommandRun& run);
 void RemoveInstalledDriver(CommandRun& run);
 void RecordToolVersions(CommandRun& run);
+void ExamineSystem(CommandRun& run);
 void TranslatePhrase(CommandRun& run);
 void CheckPackages(CommandRun& run);
 void UnpackPackage(CommandRun& run);

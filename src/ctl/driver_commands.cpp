@@ -3,6 +3,7 @@
 
 #include "actions/remove_driver.h"
 #include "app/start/version_report.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "catalogue/driver_list.h"
 #include "catalogue/drivers_folder.h"
@@ -18,15 +19,12 @@ constexpr std::chrono::seconds kLongestReport{60};
 constexpr std::chrono::milliseconds kBetweenLooks{20};
 constexpr std::size_t kFirstVersion = 3;  // subitem of the download tool's version
 
-const ListItem* FindDriver(const ListView& list, std::string_view name) {
-  const ListItem* found = nullptr;
+bool IsListed(const ListView& list, std::string_view name) {
   for (int i = 0; i < list.Count(); ++i) {
     const ListItem& item = list.ItemAt(i);
-    if (item.Key == kAddItemKey) continue;
-    if (item.Text == name) return &item;
-    if (EqualIgnoringCase(item.Text, name)) found = &item;
+    if (item.Key != kAddItemKey && EqualIgnoringCase(item.Text, name)) return true;
   }
-  return found;
+  return false;
 }
 
 bool IsThere(Platform& platform, const std::string& path) {
@@ -61,15 +59,16 @@ std::vector<std::vector<std::string>> VersionRows(const ListView& list) {
 void RemoveInstalledDriver(CommandRun& run) {
   Platform& platform = run.globals.platform;
   ListedDrivers window(run.globals);
-  const ListItem* item = FindDriver(window.lvListView, run.arguments[0]);
-  if (!item) throw CommandFailure("There is no driver \"" + OneLine(run.arguments[0]) + "\".");
+  if (!IsListed(window.lvListView, run.arguments[0]))
+    throw CommandFailure("There is no driver \"" + OneLine(run.arguments[0]) + "\".");
   if (!run.yes && !platform.InputIsTerminal()) {
     throw CommandFailure(
         "Removing a driver asks before it deletes, and there is no terminal to ask on; --yes "
         "answers every question.");
   }
-  const std::string name = item->Text;
-  const std::string folder = DriverFolderPath(platform, name);
+  // Of two folders whose names differ in letter case only the list shows one; the exact name wins.
+  const std::string folder = DriverFolderPath(platform, run.arguments[0]);
+  const std::string name(FileNameOf(folder));
   if (!RemoveDriver(run.globals, window, name)) {
     throw CommandFailure("The driver \"" + OneLine(name) + "\" was not removed.");
   }

@@ -103,6 +103,8 @@ const std::vector<Command>& AllCommands() {
        "check driver packages; .pkg needs no driver.inf", CheckPackages},
       {"package unpack", "FILE FOLDER", 2, 2, false, false,
        "check a package and unpack it into a folder", UnpackPackage},
+      {"doctor", "", 0, 0, true, false, "say what is missing or odd on this machine",
+       ExamineSystem},
       {"translate", "PHRASE [PARAMETERS]", 1, 2, false, false, "translate a phrase",
        TranslatePhrase},
   };
