@@ -33,7 +33,7 @@ class RegistryKey {
   // Nothing when there is no such value or it is larger than `capacity` bytes.
   virtual std::optional<RegistryValue> Query(std::string_view valueName, std::size_t capacity) = 0;
 
-  // Writes a string. A crash leaves the old value or the new one.
+  // Writes a string, whose data may end in one NUL. A crash leaves the old value or the new one.
   virtual RegistryStatus SetString(std::string_view valueName, std::string_view value) = 0;
 };
 

@@ -203,6 +203,13 @@ TEST_F(MimeRegistry, KeepsTheModesOfTheFileAndLeavesNothingBeside) {
       << "the file and what another process writes";
 }
 
+TEST_F(MimeRegistry, TakesStringsThatEndInANul) {
+  EXPECT_EQ(SetClass(std::string_view("csvFile\0", 8)), RegistryStatus::kDone);
+  EXPECT_EQ(Configuration(), kDefault);
+  EXPECT_EQ(SetClass(std::string_view("other\0\0", 7)), RegistryStatus::kFailed) << "one only";
+  EXPECT_EQ(Configuration(), kDefault);
+}
+
 TEST_F(MimeRegistry, RefusesClassesThatNoListCanHold) {
   Configure(kDefault);
   for (const char* name : {"", "a;b", "a\nb", "../x", "a\\b"}) {

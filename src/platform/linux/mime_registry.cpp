@@ -88,6 +88,7 @@ class ExtensionKey final : public RegistryKey {
 
   RegistryStatus SetString(std::string_view valueName, std::string_view value) override {
     if (access_ != RegistryAccess::kAll || !valueName.empty()) return RegistryStatus::kAccessDenied;
+    if (value.ends_with('\0')) value.remove_suffix(1);
     try {
       const std::string id = std::string(value) + std::string(kDesktopFile);
       return IsDesktopFileId(id) ? StatusOf(MakeDefault(id)) : RegistryStatus::kFailed;
