@@ -34,14 +34,21 @@ void FormWindow::Show() {
 }
 
 void FormWindow::Repaint() {
-  const Dispatcher::Hold hold(seam_.dispatcher);
-  if (widget_->windowHandle() && widget_->windowHandle()->isExposed()) widget_->repaint();
+  const QWindow* const window = widget_->windowHandle();
+  if (window && window->isExposed()) {
+    wasDrawn_ = true;
+    const Dispatcher::Hold hold(seam_.dispatcher);
+    widget_->repaint();
+  } else if (shown_ && !wasDrawn_) {
+    QGuiApplication::sync();
+  }
 }
 
 void FormWindow::Close() {
   closed_ = true;
   QCoreApplication::instance()->removeEventFilter(this);
-  widget_->hide();
+  // An owner may have taken it along: an error in the main window's load leaves a dialog behind.
+  if (widget_) widget_->hide();
 }
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -69,6 +76,9 @@ bool FormWindow::KeyDown(int key, bool fromKeypad) {
 
 bool FormWindow::WindowEvent(QEvent& event) {
   switch (event.type()) {
+    case QEvent::Paint:
+      wasDrawn_ = true;
+      return false;
     case QEvent::Close:
       event.ignore();
       seam_.dispatcher.Run([this] { seam_.frontEnd.Unload(form_); });

@@ -25,7 +25,8 @@ class FormWindow : public QObject {
 
   virtual void Show();
 
-  // Draws the present state at once; no handler runs.
+  // Draws the present state at once; no handler runs. A window that has never been drawn, since it
+  // has just been shown, is waited for, and then handlers may run.
   virtual void Repaint();
 
   // Takes the window off the screen. The form may go away afterwards.
@@ -51,6 +52,7 @@ class FormWindow : public QObject {
   bool KeyDown(int key, bool fromKeypad);
   void Activated();
 
+  bool wasDrawn_ = false;
   bool awaitsFirstActivation_ = false;
   bool lostToOwnDialog_ = false;
   bool closed_ = false;

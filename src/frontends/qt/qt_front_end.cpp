@@ -104,7 +104,6 @@ void QtFrontEnd::Repaint(Form& form) {
   if (!window) return;
   window->Sync();
   window->Repaint();
-  QGuiApplication::sync();
 }
 
 void QtFrontEnd::Yield() {
