@@ -14,14 +14,6 @@
 namespace tarvo {
 namespace {
 
-Descriptor OpenFolder(std::string_view path) {
-  const ReachedPath reached = ReachPath(path);
-  const char* name = reached.rest.c_str();
-  Descriptor folder(::openat(reached.Base(), name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.Get() < 0) throw FolderError(errno, path);
-  return folder;
-}
-
 struct CloseListing {
   void operator()(DIR* listing) const { ::closedir(listing); }
 };
@@ -45,17 +37,29 @@ FolderEntry EntryOf(int folder, const dirent& found) {
 }  // namespace
 
 std::vector<FolderEntry> ListLinuxFolder(std::string_view path) {
-  Descriptor folder = OpenFolder(path);
-  std::unique_ptr<DIR, CloseListing> listing(::fdopendir(folder.Get()));
+  return ListOpenFolder(OpenLinuxFolder(path), path);
+}
+
+Descriptor OpenLinuxFolder(std::string_view path) {
+  const ReachedPath reached = ReachPath(path);
+  const char* name = reached.rest.c_str();
+  Descriptor folder(::openat(reached.Base(), name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.Get() < 0) throw FolderError(errno, path);
+  return folder;
+}
+
+std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_view path) {
+  Descriptor own(::fcntl(folder.Get(), F_DUPFD_CLOEXEC, 0));
+  std::unique_ptr<DIR, CloseListing> listing(own.Get() < 0 ? nullptr : ::fdopendir(own.Get()));
   if (!listing) throw RuntimeError::FromErrno(errno, std::string(path));
-  const int descriptor = folder.Release();
+  own.Release();
   std::vector<FolderEntry> entries;
   for (;;) {
     errno = 0;
     const dirent* found = ::readdir(listing.get());
     if (!found) break;
     const std::string_view name = found->d_name;
-    if (name != "." && name != "..") entries.push_back(EntryOf(descriptor, *found));
+    if (name != "." && name != "..") entries.push_back(EntryOf(folder.Get(), *found));
   }
   if (errno != 0) throw RuntimeError::FromErrno(errno, std::string(path));
   return entries;
