@@ -8,20 +8,51 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
+#include <utility>
 
 #include "base/runtime_error.h"
-#include "platform/linux/linux_file.h"
 #include "platform/linux/long_path.h"
+#include "platform/linux/wine.h"
 
 namespace tarvo {
 namespace {
 
-constexpr const char* kWindowsInterpreter = "wine";
+// What a program is for. One that may be executed but not read is none for Windows, which would
+// have to be read.
+WindowsProgram KindOf(std::string_view program) {
+  try {
+    return WindowsProgramKind(program);
+  } catch (const RuntimeError& error) {
+    if (error.Number() == kPermissionDenied) return WindowsProgram::kNone;
+    throw;
+  }
+}
 
-// "MZ" begins every program for Windows.
-bool IsForWindows(std::string_view program) {
-  return OpenLinuxFile(program, OpenFor::kReading)->ReadAt(0, 2) == "MZ";
+std::string InWords(WindowsProgram kind) {
+  switch (kind) {
+    case WindowsProgram::k16Bit:
+      return "a program for DOS or 16-bit Windows";
+    case WindowsProgram::k32Bit:
+      return "a 32-bit program for Windows";
+    case WindowsProgram::k64Bit:
+      return "a 64-bit program for Windows";
+    default:
+      return "a program for Windows on another processor";
+  }
+}
+
+// The program that runs programs for Windows of this kind. A wine that lacks what such a program
+// needs would fail without a word, so it is not even started.
+std::string InterpreterOf(std::string_view program, WindowsProgram kind) {
+  WineSupport wine = FindWine();
+  if (wine.Runs(kind)) return std::move(wine.command);
+  const std::string subject = std::string(program) + " is " + InWords(kind);
+  if (kind == WindowsProgram::kOtherProcessor) throw RuntimeError(kInvalidProcedureCall, subject);
+  if (!wine.isInstalled) throw RuntimeError(kFileNotFound, subject + ", and wine is not installed");
+  const std::string run = wine.runs64Bit   ? "only 64-bit ones"
+                          : wine.runs32Bit ? "only 32-bit ones"
+                                           : "none";
+  throw RuntimeError(kFileNotFound, subject + ", and wine runs " + run + " here");
 }
 
 class SpawnAttributes {
@@ -52,12 +83,13 @@ class SpawnAttributes {
 // for. It starts in a working folder of its own, if one is given.
 class ChildFiles {
  public:
-  explicit ChildFiles(std::string_view workingFolder) {
+  explicit ChildFiles(std::string_view workingFolder)
+      : folder_(workingFolder.empty() ? Descriptor() : Reach(workingFolder)) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_addopen(&actions_, 0, "/dev/null", O_RDONLY, 0);
     ::posix_spawn_file_actions_addopen(&actions_, 1, "/dev/null", O_WRONLY, 0);
     ::posix_spawn_file_actions_addopen(&actions_, 2, "/dev/null", O_WRONLY, 0);
-    if (!workingFolder.empty()) ChangeFolder(workingFolder);
+    if (folder_.Get() >= 0) ::posix_spawn_file_actions_addfchdir_np(&actions_, folder_.Get());
   }
   ~ChildFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
   ChildFiles(const ChildFiles&) = delete;
@@ -65,31 +97,32 @@ class ChildFiles {
   const posix_spawn_file_actions_t* Get() const { return &actions_; }
 
  private:
-  void ChangeFolder(std::string_view path) {
+  static Descriptor Reach(std::string_view path) {
     const ReachedPath reached = ReachPath(path);
-    folder_ = Descriptor(
+    Descriptor folder(
         ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (folder_.Get() < 0) throw FolderError(errno, path);
-    ::posix_spawn_file_actions_addfchdir_np(&actions_, folder_.Get());
+    if (folder.Get() < 0) throw FolderError(errno, path);
+    return folder;
   }
 
   Descriptor folder_;
   posix_spawn_file_actions_t actions_;
 };
 
-// The error of a program that could not be executed.
-RuntimeError StartError(int code, std::string_view program, std::string_view interpreter) {
-  if (code == ENOEXEC) {
-    return RuntimeError(kInvalidProcedureCall, std::string(program) + " is not a program");
+// The error of a program that could not be executed. It is there, since it has been looked at: what
+// is missing is what its first line names, or the loader that it was linked for.
+RuntimeError StartError(int code, std::string_view program) {
+  const std::string name(program);
+  if (code == ENOEXEC) return RuntimeError(kInvalidProcedureCall, name + " is not a program");
+  if (code == ENOENT) {
+    return RuntimeError(kFileNotFound, StandardDescription(kFileNotFound) + ": what runs " + name);
   }
-  if (code == ENOENT && !interpreter.empty()) {
-    return RuntimeError(kFileNotFound, std::string(program) + " is a program for Windows, and " +
-                                           std::string(interpreter) + " is not installed");
-  }
-  return RuntimeError::FromErrno(code, std::string(program));
+  return RuntimeError::FromErrno(code, name);
 }
 
-// The children that nobody has found ended yet.
+// The children that nobody has found ended yet. Only these are looked at, never whatever process
+// happens to have an identifier: the system gives an identifier away again once its process is
+// forgotten.
 std::vector<pid_t>& LivingChildren() {
   static std::vector<pid_t> children;
   return children;
@@ -108,8 +141,9 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
   ForgetEndedChildren();
 
   std::vector<std::string> words;
-  if (IsForWindows(program)) words.emplace_back(kWindowsInterpreter);
-  const std::string interpreter = words.empty() ? "" : words.front();
+  words.reserve(arguments.size() + 2);
+  const WindowsProgram kind = KindOf(program);
+  if (kind != WindowsProgram::kNone) words.push_back(InterpreterOf(program, kind));
   words.emplace_back(program);
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
@@ -120,11 +154,9 @@ int StartLinuxProcess(std::string_view program, const std::vector<std::string>& 
   const SpawnAttributes attributes;
   const ChildFiles files(workingFolder);
   pid_t child = 0;
-  const int code = interpreter.empty() ? ::posix_spawn(&child, pointers[0], files.Get(),
-                                                       attributes.Get(), pointers.data(), environ)
-                                       : ::posix_spawnp(&child, pointers[0], files.Get(),
-                                                        attributes.Get(), pointers.data(), environ);
-  if (code != 0) throw StartError(code, program, interpreter);
+  const int code =
+      ::posix_spawn(&child, pointers[0], files.Get(), attributes.Get(), pointers.data(), environ);
+  if (code != 0) throw StartError(code, program);
   LivingChildren().push_back(child);
   return child;
 }

@@ -6,9 +6,10 @@
 
 namespace tarvo {
 
-// Starts a program; see Platform::StartProcess. Programs for Windows are told by their first bytes
-// and run through "wine". A working folder other than the current one needs a program with an
-// absolute path; 76 when it is missing.
+// Starts a program; see Platform::StartProcess. It leads a session of its own, whose identifier is
+// the process's. Programs for Windows are run through wine; where wine lacks what they need, the
+// error (53) names the program and what is missing. A working folder other than the current one
+// needs a program with an absolute path; 76 when it is missing.
 int StartLinuxProcess(std::string_view program, const std::vector<std::string>& arguments,
                       std::string_view workingFolder = {});
 
