@@ -166,6 +166,8 @@ class LinuxPlatform final : public Platform {
     if (S_ISLNK(status.st_mode)) return;
     const mode_t others = status.st_mode & 07777 & ~static_cast<mode_t>(S_IWUSR);
     const mode_t mode = (attributes & kReadOnly) != 0 ? others : others | S_IWUSR;
+    // Nothing to change is no error for somebody else's file, which may be deleted all the same.
+    if (mode == (status.st_mode & 07777)) return;
     // The descriptor names the file itself, so that nothing put in its place meanwhile is changed.
     const std::string self = "/proc/self/fd/" + std::to_string(file.Get());
     if (::chmod(self.c_str(), mode) != 0) throw RuntimeError::FromErrno(errno, std::string(path));
