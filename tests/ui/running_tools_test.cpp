@@ -1,3 +1,7 @@
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
 #include "base/runtime_error.h"
 #include "support/working_run.h"
 
@@ -16,6 +20,10 @@ class RunningATool : public WorkingRun {
  protected:
   RunningATool() {
     frontEnd.whileWaiting = [this] {
+      if (std::chrono::steady_clock::now() > deadline_) {
+        throw std::runtime_error("the tool does not end");
+      }
+      std::this_thread::yield();
       platform.PassSeconds(frontEnd.waits.back());
       if (meanwhile) meanwhile();
     };
@@ -34,6 +42,10 @@ class RunningATool : public WorkingRun {
   }
 
   std::function<void()> meanwhile;
+
+ private:
+  std::chrono::steady_clock::time_point deadline_ =
+      std::chrono::steady_clock::now() + std::chrono::seconds(60);
 };
 
 TEST_F(RunningATool, DownloadsIntoDataAndShowsTheNewFileAndTheNewCount) {

@@ -97,6 +97,10 @@ bool DriversWindow::WindowEvent(QEvent& event) {
     case QEvent::Resize:
       if (shown_) Resized();
       break;
+    case QEvent::Close:
+      // A frame that changes after the last move or resize tells nobody.
+      if (shown_) place_.Observe();
+      break;
     default:
       break;
   }
