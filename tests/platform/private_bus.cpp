@@ -6,7 +6,7 @@
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
-#include <filesystem>
+#include <memory>
 #include <stdexcept>
 
 namespace tarvo::test {
@@ -72,7 +72,8 @@ PrivateBus::PrivateBus() : address_("unix:path=" + folder_.Path() + "/bus") {
   folder_.WriteFile("bus.conf", Configuration(folder_.Path()));
   daemon_ = TestProcess(
       {"dbus-daemon", "--config-file=" + (folder_ / "bus.conf"), "--nofork", "--nosyslog"});
-  if (!ComesTrue([&] { return std::filesystem::exists(folder_ / "bus"); })) {
+  // Its socket is there before it listens.
+  if (!ComesTrue([&] { return HasOwner("org.freedesktop.DBus"); })) {
     throw std::runtime_error("the session bus does not start");
   }
 }
@@ -87,7 +88,16 @@ void PrivateBus::MakeStartable(const std::string& name, const std::string& comma
 
 bool PrivateBus::HasOwner(const std::string& name) const {
   const Connection bus = Connect(address_);
-  return bus && ::sd_bus_get_name_creds(bus.get(), name.c_str(), 0, nullptr) >= 0;
+  sd_bus_message* answer = nullptr;
+  if (!bus || ::sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                   "org.freedesktop.DBus", "NameHasOwner", nullptr, &answer, "s",
+                                   name.c_str()) < 0) {
+    return false;
+  }
+  int hasOwner = 0;
+  ::sd_bus_message_read(answer, "b", &hasOwner);
+  ::sd_bus_message_unref(answer);
+  return hasOwner != 0;
 }
 
 }  // namespace tarvo::test
