@@ -1,73 +1,10 @@
-#include <algorithm>
-#include <functional>
-
-#include "base/runtime_error.h"
-#include "support/made_package.h"
-#include "support/started_run.h"
-#include "ui/frm_std_drivers.h"
+#include "adding_run.h"
 
 namespace tarvo::test {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-// A user in front of the Add Driver window and the open-file dialog.
-class ChoosingFrontEnd : public RecordingFrontEnd {
- public:
-  void RunModally(Form& form, Form& owner) override {
-    auto* chooser = dynamic_cast<frmStdDrivers*>(&form);
-    if (!chooser) return RecordingFrontEnd::RunModally(form, owner);
-    ++choosersShown;
-    if (choose) choose(*chooser);
-    Unload(form);  // the close box, when the user has not closed it otherwise
-  }
-  void ShowOpen(CommonDialog& dialog) override {
-    dialogs.push_back(dialog.DialogTitle + "|" + dialog.FileName + "|" + dialog.InitDir);
-    if (fileOnDisk.empty()) throw RuntimeError(kDialogCancelled);
-    dialog.FileName = fileOnDisk;
-  }
-  void Yield() override {
-    if (whenYielding) whenYielding();
-  }
-
-  std::function<void(frmStdDrivers&)> choose;
-  std::function<void()> whenYielding;
-  std::string fileOnDisk;
-  int choosersShown = 0;
-  std::vector<std::string> dialogs;
-};
-
-class AddingDrivers : public StartedRun {
- protected:
-  AfterStart Start(const std::string& arguments = {}) {
-    run = std::make_unique<Tarvo>(platform, user, arguments);
-    return run->Start();
-  }
-  std::string Package(const std::string& name) {
-    return MakePackage(folder, InData(name), {{"driver.inf", "[Driver]\r\n"}});
-  }
-  void ActivateAddItem() {
-    Window().lvListView.Select(&Window().lvListView.ItemAt(0));
-    Window().lvListView.DblClick();
-  }
-  static void Choose(frmStdDrivers& chooser, const std::vector<std::size_t>& entries) {
-    for (const std::size_t entry : entries) chooser.file_stddrvs.Entries[entry].Selected = true;
-    chooser.file_stddrvs.ListIndex = static_cast<int>(entries.back());
-    chooser.cmd_adddriver.Click();
-  }
-  std::vector<std::string> Installed() {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder / InData("Drivers"))) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-  PackageList& Packages() { return Window().DriverFileList; }
-
-  ChoosingFrontEnd user;
-};
 
 TEST_F(AddingDrivers, InstallsWhatTheUserChooses) {
   Package("B_1.drv");
@@ -204,6 +141,49 @@ TEST_F(AddingDrivers, ShowsNoChooserWithoutPackagesAndTakesWhatTheLastUseLeft) {
   EXPECT_THAT(user.dialogs, IsEmpty()) << "after a cancel nothing happens";
 }
 
+// The chooser lists what lies in the data folder only, so it is left out when that is gone; the
+// package list still names it.
+TEST_F(AddingDrivers, TriesWhatTheLastUseLeftThoughItIsGone) {
+  const std::string package = Package("A_1.drv");
+  Start();
+  user.choose = [](frmStdDrivers& chooser) { Choose(chooser, {0}); };
+  ActivateAddItem();
+  ASSERT_THAT(Installed(), ElementsAre("A"));
+  std::filesystem::remove(package);
+  std::filesystem::remove_all(folder / InDrivers("A"));
+  ActivateAddItem();
+  EXPECT_EQ(user.choosersShown, 1);
+  EXPECT_THAT(user.dialogs, IsEmpty());
+  EXPECT_THAT(user.messages, ElementsAre("Tarvo: Invalid Driver file"));
+  EXPECT_EQ(Window().sbStatusBar.Panels[0].Text, "A ...");
+  EXPECT_THAT(Installed(), IsEmpty());
+  EXPECT_EQ(Window().lvListView.Count(), 2) << "the list is not rebuilt";
+}
+
+TEST_F(AddingDrivers, DoesNothingAfterACancelWhenNoPackageIsLeft) {
+  const std::string package = Package("A_1.drv");
+  Start();
+  user.choose = [](frmStdDrivers& chooser) { chooser.cmd_cancel.Click(); };
+  ActivateAddItem();
+  std::filesystem::remove(package);
+  ActivateAddItem();
+  EXPECT_EQ(user.choosersShown, 1);
+  EXPECT_THAT(user.dialogs, IsEmpty());
+  EXPECT_THAT(user.messages, IsEmpty());
+  EXPECT_EQ(Packages()[1], "CANCEL");
+}
+
+TEST_F(AddingDrivers, AsksForADiskAgainWhenTheLastUseDidAndNoPackageIsLeft) {
+  const std::string package = Package("A_1.drv");
+  Start();
+  user.choose = [](frmStdDrivers& chooser) { chooser.cmd_havedisk.Click(); };
+  ActivateAddItem();
+  std::filesystem::remove(package);
+  ActivateAddItem();
+  EXPECT_EQ(user.choosersShown, 1);
+  EXPECT_EQ(user.dialogs.size(), 2U);
+}
+
 TEST_F(AddingDrivers, AsksForADiskAtOnceWhenNoPackageLiesBesideTheData) {
   Start();
   ActivateAddItem();
@@ -237,22 +217,60 @@ TEST_F(AddingDrivers, FailsForThe101stSelectedPackage) {
   ActivateAddItem();
 }
 
-TEST_F(AddingDrivers, HoldsToACancelThatComesWhileTheSelectionIsCollected) {
+// What ends the chooser while it collects its selection.
+struct Ending {
+  std::string name;
+  std::function<void(frmStdDrivers& chooser, FrontEnd& frontEnd)> act;
+  std::string firstEntry;
+};
+
+void PrintTo(const Ending& ending, std::ostream* out) { *out << ending.name; }
+
+class EndingTheCollection : public AddingDrivers, public ::testing::WithParamInterface<Ending> {};
+
+TEST_P(EndingTheCollection, LeavesADefinedResult) {
   Package("A_1.drv");
   Package("B_1.drv");
   Start();
   user.choose = [this](frmStdDrivers& chooser) {
     int yields = 0;
     user.whenYielding = [&] {
-      if (++yields == 2) chooser.cmd_cancel.Click();
+      if (++yields == 2) GetParam().act(chooser, user);
+    };
+    Choose(chooser, {0, 1});
+    EXPECT_FALSE(user.IsLoaded(chooser));
+    user.whenYielding = nullptr;
+  };
+  ActivateAddItem();
+  EXPECT_EQ(Packages()[1], GetParam().firstEntry);
+  EXPECT_EQ(Packages()[2], "");
+  EXPECT_THAT(Installed(), IsEmpty());
+  EXPECT_THAT(user.messages, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    By, EndingTheCollection,
+    ::testing::Values(
+        Ending{"Cancel", [](auto& chooser, auto&) { chooser.cmd_cancel.Click(); }, "CANCEL"},
+        Ending{"CloseBox", [](auto& chooser, auto& user) { user.Unload(chooser); }, "CANCEL"},
+        Ending{"HaveDisk", [](auto& chooser, auto&) { chooser.cmd_havedisk.Click(); }, ""}),
+    [](const auto& ending) { return ending.param.name; });
+
+TEST_F(AddingDrivers, CollectsOnceWhenTheButtonIsPressedAgainMeanwhile) {
+  Package("A_1.drv");
+  Package("B_1.drv");
+  Start();
+  user.choose = [this](frmStdDrivers& chooser) {
+    int yields = 0;
+    user.whenYielding = [&] {
+      if (++yields == 2) chooser.cmd_adddriver.Click();
     };
     Choose(chooser, {0, 1});
     user.whenYielding = nullptr;
   };
   ActivateAddItem();
-  EXPECT_EQ(Packages()[1], "CANCEL");
-  EXPECT_EQ(Packages()[2], "");
-  EXPECT_THAT(Installed(), IsEmpty());
+  EXPECT_THAT(Installed(), ElementsAre("A", "B"));
+  EXPECT_EQ(Packages()[3], "");
 }
 
 TEST_F(AddingDrivers, TouchesNothingWhenTheMainWindowGoesWhileTheUserChooses) {
@@ -264,56 +282,6 @@ TEST_F(AddingDrivers, TouchesNothingWhenTheMainWindowGoesWhileTheUserChooses) {
   };
   ActivateAddItem();
   EXPECT_THAT(Installed(), IsEmpty());
-}
-
-class Refreshing : public AddingDrivers {};
-
-TEST_F(Refreshing, ReinstallsThePackagesOfInstalledDriversWithoutAsking) {
-  Driver("Meter");
-  Package("Meter_1.drv");
-  Package("Unknown_1.drv");
-  EXPECT_EQ(Start("/R"), AfterStart::kEnd);
-  EXPECT_TRUE(std::filesystem::exists(folder / InDrivers("Meter/driver.inf")));
-  EXPECT_THAT(Installed(), ElementsAre("Meter"));
-  EXPECT_EQ(user.choosersShown, 0);
-  EXPECT_FALSE(Window().Refreshing);
-  EXPECT_FALSE(Window().Visible);
-  EXPECT_EQ(user.MousePointer(), kDefaultPointer);
-}
-
-TEST_F(Refreshing, ShowsTheMessageOfAnInvalidPackageWithoutAnyWindow) {
-  Driver("Meter");
-  folder.WriteFile(InData("Meter_1.drv"), "damaged");
-  Start("/r");
-  EXPECT_THAT(user.messages, ElementsAre("Tarvo: Invalid Driver file"));
-}
-
-TEST_F(Refreshing, EndsTheProgramForAPackageWithoutAnUnderscore) {
-  folder.WriteFile(InData("Meter.drv"));
-  EXPECT_THROW(Start("/r"), RuntimeError);
-}
-
-TEST_F(Refreshing, IsFollowedByAddingInTheWindowThatStartsWithIt) {
-  Driver("Meter");
-  Package("Meter_1.drv");
-  Package("New_1.drv");
-  bool splashIsLoaded = true;
-  user.choose = [&](frmStdDrivers& chooser) {
-    splashIsLoaded = std::any_of(user.LoadedForms().begin(), user.LoadedForms().end(),
-                                 [](const Form* form) { return form->Name == "frmSplash"; });
-    Choose(chooser, {1});
-  };
-  EXPECT_EQ(Start("/A"), AfterStart::kEventLoop);
-  EXPECT_FALSE(splashIsLoaded);
-  EXPECT_THAT(Installed(), ElementsAre("Meter", "New"));
-  EXPECT_THAT(user.LoadedForms(), ElementsAre(&Window()));
-}
-
-TEST_F(Refreshing, EndsWhenTheWindowGoesDuringTheStartThatAdds) {
-  Package("New_1.drv");
-  user.choose = [this](frmStdDrivers&) { user.Unload(Window()); };
-  EXPECT_EQ(Start("/a"), AfterStart::kEnd);
-  EXPECT_FALSE(Window().Visible);
 }
 
 }  // namespace
