@@ -1,9 +1,116 @@
 #include "platform/linux/findings.h"
 
-#include "base/runtime_error.h"
+#include "platform/linux/x11_display.h"
+#include "platform/linux/xdg_folders.h"
 
 namespace tarvo {
+namespace {
 
-std::vector<SystemFinding> LinuxFindings() { return {}; }
+SystemFinding SessionBusOf(const DesktopFacts& facts) {
+  if (facts.fileManager != FileManager::kNoBus) {
+    return {"Session bus", true, "The session bus answers."};
+  }
+  return {"Session bus", false,
+          "No session bus answers, so no file manager can be asked; start the program from a "
+          "desktop session, or set DBUS_SESSION_BUS_ADDRESS."};
+}
+
+SystemFinding FileManagerOf(const DesktopFacts& facts) {
+  constexpr const char* kTopic = "File manager";
+  if (facts.fileManager == FileManager::kRunning) {
+    return {kTopic, true, "A file manager runs; it opens folders and shows files selected."};
+  }
+  if (facts.fileManager == FileManager::kStartable) {
+    return {kTopic, true,
+            "The session bus starts a file manager when it is needed; it opens folders and shows "
+            "files selected."};
+  }
+  if (facts.hasOpener) {
+    return {kTopic, false,
+            "No file manager answers on the session bus; folders are opened with xdg-open, and "
+            "files are not selected there."};
+  }
+  return {kTopic, false,
+          "No file manager answers on the session bus, and xdg-open is not installed: folders "
+          "cannot be opened; install a file manager or the package xdg-utils."};
+}
+
+SystemFinding OpenerOf(const DesktopFacts& facts) {
+  if (facts.hasOpener) return {"xdg-open", true, "xdg-open is installed."};
+  return {"xdg-open", false,
+          "xdg-open is not installed, so documents cannot be opened; install the package "
+          "xdg-utils."};
+}
+
+SystemFinding DisplayOf(const DesktopFacts& facts) {
+  constexpr const char* kTopic = "Display";
+  if (facts.x11DisplayAnswers) {
+    return {kTopic, true, "The X11 display " + facts.x11Display + " answers."};
+  }
+  if (!facts.waylandDisplay.empty()) {
+    return {kTopic, false,
+            "There is a Wayland display, but no X11 display beside it: the windows of tools are "
+            "not brought to the front; install and start Xwayland."};
+  }
+  if (!facts.x11Display.empty()) {
+    return {kTopic, false,
+            "The X11 display " + facts.x11Display +
+                " does not answer: windows cannot be shown; see whether DISPLAY is right and "
+                "access is allowed."};
+  }
+  return {kTopic, false,
+          "There is no display: windows cannot be shown; start the program from a desktop "
+          "session."};
+}
+
+SystemFinding WineOf(const DesktopFacts& facts) {
+  constexpr const char* kTopic = "Programs for Windows";
+  const WineSupport& wine = facts.wine;
+  if (!wine.isInstalled) {
+    return {kTopic, false,
+            "wine is not installed: tools that are programs for Windows cannot be started; install "
+            "wine, with its 32-bit part for 32-bit tools."};
+  }
+  if (wine.runs32Bit && wine.runs64Bit) {
+    return {kTopic, true, "wine runs 32-bit and 64-bit programs (" + wine.command + ")."};
+  }
+  if (wine.runs64Bit) {
+    return {kTopic, false,
+            "wine runs 64-bit programs only (" + wine.command +
+                "): 32-bit tools cannot be started; install the 32-bit part of wine (the package "
+                "wine32)."};
+  }
+  if (wine.runs32Bit) {
+    return {kTopic, false,
+            "wine runs 32-bit programs only (" + wine.command +
+                "): 64-bit tools cannot be started; install the 64-bit part of wine (the package "
+                "wine64), and see that its Windows folder is not one of 32-bit Windows."};
+  }
+  return {kTopic, false,
+          "wine is installed (" + wine.command +
+              "), but runs no programs here: its Windows folder is one of 32-bit Windows, and the "
+              "32-bit part is missing; install it (the package wine32)."};
+}
+
+}  // namespace
+
+DesktopFacts LookAtDesktop() {
+  DesktopFacts facts;
+  facts.fileManager = FindFileManager();
+  facts.hasOpener = !FindProgram("xdg-open").empty();
+  facts.x11Display = EnvironmentValue("DISPLAY");
+  facts.x11DisplayAnswers =
+      !facts.x11Display.empty() && !X11Display(facts.x11Display).Roots().empty();
+  facts.waylandDisplay = EnvironmentValue("WAYLAND_DISPLAY");
+  facts.wine = FindWine();
+  return facts;
+}
+
+std::vector<SystemFinding> FindingsOf(const DesktopFacts& facts) {
+  return {SessionBusOf(facts), FileManagerOf(facts), OpenerOf(facts), DisplayOf(facts),
+          WineOf(facts)};
+}
+
+std::vector<SystemFinding> LinuxFindings() { return FindingsOf(LookAtDesktop()); }
 
 }  // namespace tarvo
