@@ -11,6 +11,7 @@ kBuildPackages=(
   libsystemd-dev
   libxcb1-dev
   ninja-build
+  python3
   qt6-base-dev
   zlib1g-dev
 )
@@ -32,7 +33,6 @@ kVirtualDisplayPackages=(
   dbus
   imagemagick
   openbox
-  python3
   python3-gi
   wmctrl
   x11-utils
