@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "frontends/qt/help_window.h"
 #include "frontends/qt/text.h"
 #include "frontends/qt/twips.h"
 #include "frontends/qt/window_kinds.h"
@@ -24,6 +25,7 @@ void QtFrontEnd::RunEventLoop() {
 }
 
 void QtFrontEnd::DiscardWindows() {
+  help_.reset();
   for (const auto& window : windows_) window->Close();
   // Windows that others own come after these.
   while (!windows_.empty()) windows_.pop_back();
@@ -75,6 +77,7 @@ void QtFrontEnd::RunModally(Form& form, Form&) {
 }
 
 void QtFrontEnd::CloseWindow(Form& form) {
+  CloseHelpOf(form);
   const auto found = std::find_if(windows_.begin(), windows_.end(),
                                   [&](const auto& window) { return &window->State() == &form; });
   if (found == windows_.end()) return;

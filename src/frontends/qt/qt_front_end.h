@@ -11,6 +11,8 @@
 
 namespace tarvo::qt {
 
+class HelpWindow;
+
 // The front end with the toolkit's widgets. Needs the application object, and lives no longer.
 class QtFrontEnd : public FrontEnd {
  public:
@@ -28,6 +30,9 @@ class QtFrontEnd : public FrontEnd {
 
   // Takes every window off the screen without running a handler: the windows' states may go away.
   void DiscardWindows();
+
+  // The help window; null when there is none.
+  QWidget* HelpWidget() const;
 
   // What draws a window; null for one that has not been drawn.
   QWidget* WidgetOf(const Form& form) const;
@@ -60,10 +65,13 @@ class QtFrontEnd : public FrontEnd {
   void SyncAll();
   void SyncPointer();
   void WaitForDialog(const bool& finished);
+  void CloseHelpOf(const Form& form);
 
   Dispatcher dispatcher_;
   Seam seam_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
+  std::unique_ptr<HelpWindow> help_;
+  const Form* helpOwner_ = nullptr;
 };
 
 }  // namespace tarvo::qt
