@@ -1,6 +1,7 @@
 #include "actions/field_definitions.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "actions/replace_file.h"
@@ -13,6 +14,7 @@ namespace tarvo {
 namespace {
 
 constexpr std::uint64_t kLargestSample = std::uint64_t{1024} * 1024;
+constexpr std::size_t kMostDefinitions = std::size_t{2} * 1024 * 1024;
 constexpr std::string_view kDescription = "Driver.inf";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
@@ -46,26 +48,29 @@ std::string WordCharactersOf(std::string_view name) {
   return result;
 }
 
-std::vector<std::string_view> Split(std::string_view line) {
-  std::vector<std::string_view> fields;
-  for (std::size_t start = 0;;) {
-    const std::size_t end = line.find('|', start);
-    fields.push_back(line.substr(start, end - start));
-    if (end == std::string_view::npos) return fields;
-    start = end + 1;
-  }
-}
-
-// The lines of a text that count, whatever their ends.
-std::vector<std::string_view> CountedLines(std::string_view text) {
-  std::vector<std::string_view> lines;
+// Takes the next line that counts from the front of a text, whatever ends it; nothing when none is
+// left. Lines are taken one by one, since a hostile sample has half a million of them.
+std::optional<std::string_view> TakeLine(std::string_view& text) {
   while (!text.empty()) {
     const std::size_t end = text.find_first_of(kLineEnd);
     const std::string_view line = text.substr(0, end);
-    if (!line.empty() && line[0] != '#') lines.push_back(line);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (!line.empty() && line[0] != '#') return line;
   }
-  return lines;
+  return std::nullopt;
+}
+
+// Takes the next field from the front of a line; nothing after the last one.
+std::optional<std::string_view> TakeField(std::optional<std::string_view>& line) {
+  if (!line) return std::nullopt;
+  const std::size_t end = line->find('|');
+  const std::string_view field = line->substr(0, end);
+  if (end == std::string_view::npos) {
+    line.reset();
+  } else {
+    line->remove_prefix(end + 1);
+  }
+  return field;
 }
 
 // Where the columns stand that are used; npos for one that is missing, which then is empty
@@ -75,19 +80,24 @@ struct Columns {
   std::size_t csvName = std::string_view::npos;
 };
 
-Columns ReadHeader(std::string_view line) {
+Columns ReadHeader(std::optional<std::string_view> line) {
   Columns columns;
-  const std::vector<std::string_view> names = Split(line);
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    const std::string name = UpperCase(names[i]);
+  for (std::size_t i = 0; const auto field = TakeField(line); ++i) {
+    const std::string name = UpperCase(*field);
     if (name == "FIELDNAME") columns.fieldName = i;
     if (name == "CSVNAME") columns.csvName = i;
   }
   return columns;
 }
 
-std::string_view FieldAt(const std::vector<std::string_view>& fields, std::size_t position) {
-  return position < fields.size() ? fields[position] : std::string_view{};
+std::string DefinitionInLine(std::optional<std::string_view> line, const Columns& columns) {
+  std::string_view fieldName;
+  std::string_view csvName;
+  for (std::size_t i = 0; const auto field = TakeField(line); ++i) {
+    if (i == columns.fieldName) fieldName = *field;
+    if (i == columns.csvName) csvName = *field;
+  }
+  return FieldDefinition(fieldName, csvName);
 }
 
 // Whether something stands in the file and its last line has no end.
@@ -147,14 +157,16 @@ std::string FieldDefinition(std::string_view fieldName, std::string_view csvName
 
 std::string FieldDefinitions(Platform& platform, std::string_view sample) {
   const std::string text = platform.DecodeCodePage(sample);
-  const std::vector<std::string_view> lines = CountedLines(text);
-  if (lines.size() < 2) return {};
-  const Columns columns = ReadHeader(lines[1]);
+  std::string_view rest = text;
+  TakeLine(rest);
+  const auto header = TakeLine(rest);
+  if (!header) return {};
+  const Columns columns = ReadHeader(header);
   std::string result;
-  for (std::size_t i = 2; i < lines.size(); ++i) {
-    const std::vector<std::string_view> fields = Split(lines[i]);
-    result += FieldDefinition(FieldAt(fields, columns.fieldName), FieldAt(fields, columns.csvName));
+  while (const auto line = TakeLine(rest)) {
+    result += DefinitionInLine(line, columns);
     result += kLineEnd;
+    if (result.size() > kMostDefinitions) throw RuntimeError(kPathFileAccessError);
   }
   return platform.EncodeCodePage(result);
 }

@@ -25,6 +25,7 @@ std::string FieldDefinition(std::string_view fieldName, std::string_view csvName
 
 // All definitions that a sample's bytes give, each line with CR LF at its end. Bytes are taken and
 // given in the system's code page, so that those of any other encoding come through unchanged.
+// Error 75 for definitions of more than 2 MiB: no device has as many values.
 std::string FieldDefinitions(Platform& platform, std::string_view sample);
 
 // The sample of a driver's folder: of its "*.hvd" files that can be read the first by name, letter

@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view kDescription = "driver.inf";
 
 // What is kept in memory altogether, and what of it each member's table rows may take.
-constexpr std::uint64_t kMostKept = std::uint64_t{48} * 1024 * 1024;
+constexpr std::uint64_t kMostKept = std::uint64_t{40} * 1024 * 1024;
 constexpr std::uint64_t kMemberRows = 160;
 
 std::uint64_t RoomForContents(const Directory& directory) {

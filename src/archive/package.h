@@ -24,7 +24,7 @@ enum class PackageKind {
 // A package: a zip archive with the files of a driver (".drv") or of hand-held components (".pkg").
 // It is checked before anything is written, and only what has been found sound is ever unpacked.
 //
-// The check inflates every member once and keeps what it has verified in memory, up to 48 MiB, so
+// The check inflates every member once and keeps what it has verified in memory, up to 40 MiB, so
 // that unpacking need not inflate it again; larger members are inflated again, and verified again,
 // when they are unpacked. The memory in use stays below 64 MiB whatever the package says. The file
 // is held open from the check to the end of the object's life.

@@ -83,6 +83,24 @@ TEST_F(FieldDefinitionsOfASample, TakeLongFieldsAndBinaryBytes) {
   EXPECT_NO_THROW(Of(binary + binary));
 }
 
+TEST_F(FieldDefinitionsOfASample, TakeAFieldOutOfMoreColumnsThanNeeded) {
+  EXPECT_EQ(Of("T\na|FIELDNAME|b|CSVNAME|c\n1|Level|2|lv|3|4\n1|Level\n1\n"),
+            "\"LV\",\"Level\",\"TEXT\",\"\"\r\n"
+            "\"LEVEL\",\"Level\",\"TEXT\",\"\"\r\n"
+            "\"\",\"\",\"TEXT\",\"\"\r\n");
+}
+
+TEST_F(FieldDefinitionsOfASample, AreRefusedWhenThereAreMoreThanAnyDeviceHas) {
+  std::string sample = "T\nFIELDNAME\n";
+  for (int i = 0; i < 200'000; ++i) sample += "x\n";
+  try {
+    Of(sample);
+    FAIL() << "definitions of 4 MB";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kPathFileAccessError);
+  }
+}
+
 class AppendingFieldDefinitions : public ProgramRun {
  protected:
   AppendingFieldDefinitions() { Driver("Meter"); }

@@ -36,11 +36,11 @@ TEST_F(LittleMemory, IsEnoughForMembersOfAnySize) {
   auto members = SmallDriver();
   for (const char* name : {"a", "b", "c"}) {
     members.push_back(
-        {.name = name, .content = std::string(std::size_t{47} << 20, name[0]), .isDeflated = true});
+        {.name = name, .content = std::string(std::size_t{39} << 20, name[0]), .isDeflated = true});
   }
   folder.WriteFile("package.drv", ArchiveOf(members));
   EXPECT_EQ(Verdict(), "valid");
-  EXPECT_EQ(std::filesystem::file_size(folder / "target/c"), std::uintmax_t{47} << 20);
+  EXPECT_EQ(std::filesystem::file_size(folder / "target/c"), std::uintmax_t{39} << 20);
 }
 
 TEST_F(LittleMemory, IsEnoughForManyMembers) {
