@@ -200,5 +200,19 @@ TEST_F(DialogsTest, TheSplashWindowIsOnTheScreenOnceItHasBeenRepainted) {
   EXPECT_FALSE(screen.WidgetOf(splash));
 }
 
+// The main window unloads it before it adds drivers while it loads, and the start does so after.
+TEST_F(DialogsTest, TheSplashWindowCanBeUnloadedTwice) {
+  run = std::make_unique<Tarvo>(platform, screen, "");
+  frmSplash splash(run->RunGlobals());
+  screen.Show(splash);
+  screen.Unload(splash);
+  screen.Unload(splash);
+  EXPECT_FALSE(screen.WidgetOf(splash));
+  EXPECT_TRUE(screen.LoadedForms().empty());
+  screen.Show(splash);
+  EXPECT_TRUE(screen.WidgetOf(splash)->isVisible());
+  screen.Unload(splash);
+}
+
 }  // namespace
 }  // namespace tarvo::test
