@@ -3,6 +3,8 @@ nothing cached."""
 
 from gi.repository import Gio, GLib
 
+from waiting import NotYet
+
 _BASE = "org.a11y.atspi."
 _ACCESSIBLE = _BASE + "Accessible"
 _ROOT = "/org/a11y/atspi/accessible/root"
@@ -21,8 +23,8 @@ STATE_VISIBLE = 30
 _SCREEN_COORDINATES = 0
 
 
-class Gone(Exception):
-    """The object, or its program, is not there any more."""
+class Gone(NotYet):
+    """The object, or its program, is not there any more. Another look may find a new one."""
 
 
 class AccessibilityBus:

@@ -1,6 +1,6 @@
 """Message boxes and other windows that come up over the main window."""
 
-from accessibility import Gone
+from accessibility import STATE_ACTIVE, Gone
 from waiting import wait_until
 
 _MESSAGE_BOX = "alert message"
@@ -22,7 +22,7 @@ def wait_for_message(program):
     def found():
         program.must_run()
         boxes = [node for node in open_dialogs(program) if node.role() == _MESSAGE_BOX]
-        return boxes and program.active_window() in program.window_ids() and boxes[-1]
+        return boxes and STATE_ACTIVE in boxes[-1].states() and boxes[-1]
 
     return wait_until(found, "a message box can be seen")
 

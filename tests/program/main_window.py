@@ -53,7 +53,13 @@ class MainWindow:
 
     def choose(self, menu, entry):
         """Runs a menu entry without opening the menu."""
-        node = self.entries(menu)[entry]
+        self._run(self.entries(menu)[entry])
+
+    def choose_entry(self, menu, name):
+        """The same for the entry of that name."""
+        self._run(self.entry(menu, name))
+
+    def _run(self, node):
         node.do_action(node.action_names()[0])
 
     def open_menu(self, key):
