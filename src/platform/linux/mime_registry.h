@@ -14,8 +14,7 @@ namespace tarvo {
 //   the key of its command. Writing makes an application the default in the user's own
 //   "mimeapps.list", and in the user's file for the desktop that runs where that names another.
 // - "<class>\shell\open\command": its default value is the Exec line of "<class>.desktop". It
-// cannot
-//   be written.
+//   cannot be written.
 // Neither key is there without its value, and there are no others.
 OpenedKey OpenMimeKey(RegistryRoot root, std::string_view path, RegistryAccess access);
 OpenedKey MakeMimeKey(RegistryRoot root, std::string_view path);

@@ -22,7 +22,7 @@ struct WalkedFolder {
   std::string path;  // from the folder that the walk began in; "" for that folder
   FileIdentity identity;
   FileIdentity parent;  // of the folder that it lies in; none for where the walk began
-  Descriptor descriptor;
+  const Descriptor& descriptor;
 };
 
 // Walks a folder and everything below it. Hidden names are left out, symbolic links are neither
