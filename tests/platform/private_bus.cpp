@@ -1,10 +1,6 @@
 #include "private_bus.h"
 
-#include <signal.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <systemd/sd-bus.h>
-#include <unistd.h>
 
 #include <memory>
 #include <stdexcept>
@@ -46,26 +42,6 @@ Connection Connect(const std::string& address) {
 }
 
 }  // namespace
-
-TestProcess::TestProcess(const std::vector<std::string>& words) {
-  std::vector<char*> pointers;
-  pointers.reserve(words.size() + 1);
-  for (const std::string& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
-  pointers.push_back(nullptr);
-  const pid_t parent = ::getpid();
-  process_ = ::fork();
-  if (process_ != 0) return;
-  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-  if (::getppid() == parent) ::execvp(pointers[0], pointers.data());
-  ::_exit(EXIT_FAILURE);
-}
-
-void TestProcess::End() {
-  if (process_ <= 0) return;
-  ::kill(process_, SIGKILL);
-  ::waitpid(process_, nullptr, 0);
-  process_ = 0;
-}
 
 PrivateBus::PrivateBus() : address_("unix:path=" + folder_.Path() + "/bus") {
   folder_.MakeFolder("services");
