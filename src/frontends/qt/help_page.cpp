@@ -74,10 +74,11 @@ void HelpPage::SetZoom(int percent) {
   setFont(font);
 }
 
+// Never a null value: the document would look for the file itself.
 QVariant HelpPage::loadResource(int, const QUrl& url) {
   const HelpTopic* const topic =
       url.scheme() == kTopicScheme ? section_->Find(FromText(url.path())) : nullptr;
-  return topic ? QVariant(ToText(topic->body)) : QVariant();
+  return topic ? ToText(topic->body) : QString();
 }
 
 void HelpPage::wheelEvent(QWheelEvent* event) {
