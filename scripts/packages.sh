@@ -45,7 +45,9 @@ kTestPackages=(
   clang-tidy
   locales
   libarchive-tools
+  libglib2.0-bin
   p7zip-full
+  strace
   unzip
   zip
 )

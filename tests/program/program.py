@@ -169,19 +169,23 @@ class RunningProgram:
 class Program(RunningProgram):
     """One run of the built program in the folders of a test."""
 
-    def __init__(self, session, folders, *arguments, launcher=False, language="C.UTF-8"):
+    def __init__(self, session, folders, *arguments, launcher=False, language="C.UTF-8",
+                 environment=None, through=()):
+        """The environment is the session's with these variables set; `through` is a command that
+        runs the one behind it in its own process."""
         self._output = tempfile.TemporaryFile(mode="w+", dir=session.folder)
-        environment = dict(
+        variables = dict(
             session.environment,
             LANG=language,
             TARVO_COMMON_DOCUMENTS=str(folders.documents),
             TARVO_PROGRAM=str(BUILD_FOLDER / "bin" / "tarvo"),
             TARVO_SHARE=str(BUILD_FOLDER / "translations"),
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            **(environment or {}),
         )
         process = start(
-            [_LAUNCHER if launcher else BUILD_FOLDER / "bin" / "tarvo", *arguments],
-            env=environment,
+            [*through, _LAUNCHER if launcher else BUILD_FOLDER / "bin" / "tarvo", *arguments],
+            env=variables,
             cwd=folders.start,
             stdin=subprocess.DEVNULL,
             stdout=self._output,

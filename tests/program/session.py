@@ -14,7 +14,7 @@ import tempfile
 from waiting import wait_until
 
 _PR_SET_PDEATHSIG = 1
-_PR_SET_CHILD_SUBREAPER = 36
+PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None, use_errno=True)
 
 # Windows get a frame and the focus; no menus or shortcuts of the window manager come in between.
@@ -55,7 +55,7 @@ class Session:
     """Started by the constructor; close() ends every process and removes every file of it."""
 
     def __init__(self, size="1024x768", depth=24):
-        _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1)
+        _libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvo-session-"))
         self._processes = []
         self.environment = self._own_environment()
@@ -169,7 +169,7 @@ class Session:
                 process.kill()
                 process.wait()
         self._processes.clear()
-        _end_descendants()
+        end_descendants()
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
@@ -189,8 +189,9 @@ def _descendants():
     return found
 
 
-def _end_descendants():
-    """Services that the bus started have become children of this process when it ended."""
+def end_descendants():
+    """Kills every process that comes from this one: services that the bus started have become children
+    of this process when it ended."""
 
     def none_left():
         for process in _descendants():
