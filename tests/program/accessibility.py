@@ -128,6 +128,10 @@ class Node:
         """Left, top, width and height in pixels of the screen."""
         return self._call(_BASE + "Component", "GetExtents", "(u)", _SCREEN_COORDINATES)[0]
 
+    def text(self):
+        """What is written in a text or document."""
+        return self._call(_BASE + "Text", "GetText", "(ii)", 0, -1)[0]
+
     def action_names(self):
         return [action[0] for action in self._call(_BASE + "Action", "GetActions")[0]]
 
