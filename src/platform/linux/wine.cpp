@@ -1,17 +1,14 @@
 #include "platform/linux/wine.h"
 
-#include <unistd.h>
-
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "base/runtime_error.h"
 #include "platform/linux/linux_file.h"
+#include "platform/linux/xdg_folders.h"
 
 namespace tarvo {
 namespace {
@@ -26,32 +23,11 @@ std::uint32_t LittleEndian(std::string_view bytes) {
   return number;
 }
 
-// Symbolic links are followed, so that one that leads nowhere is no program.
-bool IsProgram(const fs::path& path) {
-  std::error_code error;
-  return fs::is_regular_file(path, error) && ::access(path.c_str(), X_OK) == 0;
-}
-
-// The folders of $PATH. A relative one would make a program of whatever lies in the data folder.
-std::vector<fs::path> ProgramFolders() {
-  const char* value = std::getenv("PATH");
-  std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin";
-  std::vector<fs::path> folders;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find(':'), rest.size());
-    if (rest[0] == '/') folders.emplace_back(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
-  return folders;
-}
-
 std::string FindCommand() {
-  const std::vector<fs::path> folders = ProgramFolders();
   // The last is where Debian's package "wine64" has it when the package "wine" is not there.
   for (const char* name : {"wine", "wine64", "../lib/wine/wine64"}) {
-    for (const fs::path& folder : folders) {
-      if (IsProgram(folder / name)) return (folder / name).lexically_normal();
-    }
+    const fs::path path = FindProgram(name);
+    if (!path.empty()) return path.lexically_normal();
   }
   return {};
 }

@@ -13,6 +13,8 @@
 namespace tarvo {
 namespace {
 
+constexpr const char* kStandardProgramFolders = "/usr/local/bin:/usr/bin:/bin";
+
 std::vector<std::string> SplitAtColons(std::string_view list) {
   std::vector<std::string> items;
   while (!list.empty()) {
@@ -82,7 +84,8 @@ std::vector<std::string> CurrentDesktops() {
 }
 
 std::string FindProgram(std::string_view name) {
-  for (const std::string& folder : SplitAtColons(EnvironmentValue("PATH"))) {
+  const char* folders = std::getenv("PATH");
+  for (const std::string& folder : SplitAtColons(folders ? folders : kStandardProgramFolders)) {
     std::string path = JoinPath(folder, name);
     struct stat status;
     const bool isFile = ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);

@@ -28,8 +28,9 @@ std::vector<std::string> DataFolders();
 // without names that could not be part of a file's name.
 std::vector<std::string> CurrentDesktops();
 
-// The path of a program, the first that may be executed in the folders of $PATH; "" when there is
-// none.
+// The path of a program, the first that may be executed in the folders of $PATH, or in the usual
+// ones where that is not set; "" when there is none. Relative folders do not count: they would make
+// a program of whatever lies in the current folder, which is the data folder.
 std::string FindProgram(std::string_view name);
 
 }  // namespace tarvo
