@@ -4,12 +4,15 @@ help is not there."""
 import gettext
 import os
 import shutil
+import subprocess
 import unittest
 
 from dialogs import dismiss_all, open_dialogs, texts_of, wait_for_message
 from help_window import CONTENTS_TAB, SEARCH_TAB, HelpWindow
-from program import BUILD_FOLDER, dictionary_folder
+from main_window import MainWindow
+from program import BUILD_FOLDER, RunningProgram, dictionary_folder
 from program_test_case import ProgramTestCase
+from session import start
 from waiting import wait_until
 
 HELP_FILE = BUILD_FOLDER / "bin" / "TARVO.HLP"
@@ -238,6 +241,27 @@ class WithoutHelp(HelpCase):
         self.assertTrue(texts_of(dialog)[0].startswith("File not found"), texts_of(dialog))
         dismiss_all(window.program)
         self.close_properly(window)
+
+
+class TheInstalledProgram(HelpCase):
+    def start_installed(self, prefix, locale):
+        environment = dict(self.session.environment, LANG=locale,
+                           TARVO_COMMON_DOCUMENTS=str(self.folders.documents),
+                           QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        process = start([prefix / "bin" / "tarvo"], env=environment, cwd=self.folders.start,
+                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                        stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return RunningProgram(self.session, process)
+
+    def test_finds_its_help(self):
+        prefix = self.folders.root / "a prefix"
+        self.session.tool("cmake", "--install", str(BUILD_FOLDER / "packaging"), "--prefix",
+                          str(prefix))
+        window = MainWindow(self.start_installed(prefix, GERMAN.locale))
+        window.wait_until_active()
+        self.assertEqual(self.open_contents(window, GERMAN).topic(), GERMAN.topics[0])
 
 
 class WhileAToolRuns(HelpCase):
