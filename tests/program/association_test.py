@@ -105,9 +105,15 @@ class AssociationCase(ProgramTestCase):
         return self.wait_for_box(program, QUESTION_TITLE, QUESTION, "Yes", "No")
 
     def answer(self, program, box, button):
-        """Presses a button; the main window must be there for the user afterwards."""
+        """Presses a button; the main window must be there for the user afterwards, and it alone, which
+        may have the same title."""
+        wait_until(lambda: len(program.window_ids()) == 2, "main window and box can be seen")
         node = box.find("push button", button)
         node.do_action(node.action_names()[0])
+        return self.main_window_alone(program)
+
+    def main_window_alone(self, program):
+        wait_until(lambda: len(program.window_ids()) == 1, "the box is gone")
         window = MainWindow(program)
         window.wait_until_active()
         return window
@@ -311,7 +317,7 @@ class AfterNo(AssociationCase):
         program = self.start()
         self.wait_for_question(program)
         program.press("Escape")
-        self.close_properly(MainWindow(program))
+        self.close_properly(self.main_window_alone(program))
         self.assertEqual(self.folders.settings()[ASKED], "Yes")
 
     def test_any_other_recorded_answer_than_a_plain_no_is_a_no_for_ever(self):
