@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QTimer>
 #include <stdexcept>
 
 namespace tarvo::test {
@@ -22,6 +23,18 @@ std::string HelpRun::UsualHelp() {
       HelpTopicText("en", "end", "The end", "closing", 1, "<h3>End</h3><p>It is over.</p>");
   const std::string german = HelpTopicText("de", "start", "Anfang", "Beginn", 1, "<p>Los.</p>");
   return HelpDocument(HelpSectionText("en", english) + HelpSectionText("de", german));
+}
+
+void HelpRun::WithoutMessage(const std::function<void()>& step) {
+  QTimer guard;
+  QObject::connect(&guard, &QTimer::timeout, [] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box) return;
+    ADD_FAILURE() << "a message: " << box->text().toStdString();
+    box->close();
+  });
+  guard.start(5);
+  step();
 }
 
 void HelpRun::StartWithContents() {

@@ -189,8 +189,7 @@ TEST_F(HelpWindowTest, RunsNoHandlerOfTheMainWindowsKeys) {
   Start();
   Search();
   ASSERT_TRUE(HelpIsActive());
-  Press(Qt::Key_F1);
-  EXPECT_FALSE(QApplication::activeModalWidget()) << "the viewer was not asked for";
+  WithoutMessage([this] { Press(Qt::Key_F1); });
   EXPECT_TRUE(HelpIsShown());
   EXPECT_EQ(screen.Failure(), "");
 }
