@@ -9,6 +9,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # GCC 12 sees overlapping copies in every inlined std::string assignment (its bug 105651).
   target_compile_options(tarvo_options INTERFACE -Wno-restrict)
 endif()
+if(WIN32)
+  # Names of files keep every character, the system's functions are those of Windows 10, and programs
+  # need no library beside them.
+  target_compile_definitions(tarvo_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+                                                     WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+  target_link_options(tarvo_options INTERFACE -static)
+endif()
 if(TARVO_SANITIZE)
   target_compile_options(tarvo_options INTERFACE -fsanitize=address,undefined
                                                  -fno-sanitize=vptr
