@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "frontends/common/program_run.h"
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/program.h"
 
@@ -20,8 +21,8 @@ bool HasDisplay() {
 // for the X11 windowing system where there is one, because Wayland tells no window its position.
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
-  const std::string arguments = tarvo::qt::JoinArguments(argc, argv);
-  const auto failure = tarvo::qt::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
+  const std::string arguments = tarvo::JoinArguments(argc, argv);
+  const auto failure = tarvo::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
   if (failure && failure->empty()) return 0;
   if (failure) {
     std::fprintf(stderr, "%s\n", failure->c_str());

@@ -5,10 +5,6 @@
 #include <cstdio>
 #include <memory>
 
-#include "app/start/version_report.h"
-#include "base/runtime_error.h"
-#include "base/text.h"
-#include "forms/null_front_end.h"
 #include "frontends/qt/text.h"
 #include "frontends/qt/user_language.h"
 
@@ -18,26 +14,6 @@ namespace {
 constexpr const char* kPlainTitle = "Tarvo";
 
 }  // namespace
-
-std::string JoinArguments(int count, const char* const* arguments) {
-  std::string joined;
-  for (int i = 1; i < count; ++i) {
-    if (i > 1) joined += ' ';
-    joined += arguments[i];
-  }
-  return joined;
-}
-
-std::optional<std::string> RunWithoutWindows(Platform& platform, const std::string& arguments) {
-  if (LowerCase(arguments) != kVersionReport) return std::nullopt;
-  NullFrontEnd frontEnd;
-  try {
-    Tarvo(platform, frontEnd, arguments).Start();
-  } catch (const RuntimeError& error) {
-    return error.StandardMessage();
-  }
-  return std::string();
-}
 
 void ShowFailure(const std::string& message, const std::string& title) {
   InstallUserLanguage();

@@ -11,26 +11,6 @@
 namespace tarvo::qt {
 namespace {
 
-TEST(DispatcherTest, AnErrorOfAHandlerIsRememberedAsTheStandardMessage) {
-  Dispatcher dispatcher;
-  dispatcher.Run([] { throw RuntimeError(kPathNotFound); });
-  EXPECT_EQ(dispatcher.Failure(), RuntimeError(kPathNotFound).StandardMessage());
-}
-
-TEST(DispatcherTest, AnyOtherExceptionEndsTheProgramToo) {
-  Dispatcher dispatcher;
-  dispatcher.Run([] { throw std::length_error("too long"); });
-  EXPECT_EQ(dispatcher.Failure(), RuntimeError(kInternalError, "too long").StandardMessage());
-}
-
-TEST(DispatcherTest, NoHandlerRunsAfterAnError) {
-  Dispatcher dispatcher;
-  bool ran = false;
-  dispatcher.Run([] { throw RuntimeError(kOverflow); });
-  dispatcher.Run([&] { ran = true; });
-  EXPECT_FALSE(ran);
-}
-
 TEST(DispatcherTest, AWaitThatIsOverAlreadyReturnsAtOnce) {
   Dispatcher dispatcher;
   bool asked = false;
@@ -53,41 +33,6 @@ TEST(DispatcherTest, AnErrorEndsEveryWait) {
   dispatcher.Wait([] { return false; });
   EXPECT_EQ(ended, 1);
   EXPECT_EQ(dispatcher.Failure(), RuntimeError(kOverflow).StandardMessage());
-}
-
-TEST(DispatcherTest, AHandlerThatAbsorbsErrorsDoesNotAbsorbTheEnd) {
-  Dispatcher dispatcher;
-  bool wentOn = false;
-  dispatcher.Run([&] {
-    dispatcher.Run([] { throw RuntimeError(kOverflow); });
-    try {
-      dispatcher.ThrowIfEnding();
-    } catch (const std::exception&) {
-    }
-    wentOn = true;
-  });
-  EXPECT_FALSE(wentOn);
-}
-
-TEST(DispatcherTest, TheStateIsDrawnAfterEachHandler) {
-  Dispatcher dispatcher;
-  int drawn = 0;
-  dispatcher.AfterHandler = [&] { ++drawn; };
-  dispatcher.Run([] {});
-  dispatcher.Run([] {});
-  EXPECT_EQ(drawn, 2);
-}
-
-TEST(DispatcherTest, NoHandlerRunsWhileDrawing) {
-  Dispatcher dispatcher;
-  bool ran = false;
-  {
-    const Dispatcher::Hold hold(dispatcher);
-    dispatcher.Run([&] { ran = true; });
-  }
-  EXPECT_FALSE(ran);
-  dispatcher.Run([&] { ran = true; });
-  EXPECT_TRUE(ran);
 }
 
 TEST(KeyCodesTest, KeysHaveTheirClassicCodes) {

@@ -17,13 +17,6 @@ QWidget* ShownWindow(const char* name) {
   return nullptr;
 }
 
-TEST(ArgumentsTest, AreJoinedByOneBlank) {
-  const char* none[] = {"tarvo"};
-  const char* several[] = {"tarvo", "-style", "", "a b"};
-  EXPECT_EQ(qt::JoinArguments(1, none), "");
-  EXPECT_EQ(qt::JoinArguments(4, several), "-style  a b");
-}
-
 TEST_F(ProgramTest, EndsWellWhenTheMainWindowIsClosed) {
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, [] {
