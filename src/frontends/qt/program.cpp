@@ -1,5 +1,6 @@
 #include "frontends/qt/program.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <cstdio>
@@ -21,6 +22,7 @@ void ShowFailure(const std::string& message, const std::string& title) {
   QMessageBox box(QMessageBox::Critical, ToText(title), ToLines(message), QMessageBox::Ok);
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
+  for (QAbstractButton* button : box.buttons()) button->setIcon(QIcon());
   box.exec();
 }
 
