@@ -176,11 +176,7 @@ class TheToolbar(ChoosingCase):
         hidden.rename(self.meter / "Properties.EXE")
         window.click(window.tool_button(*PROPERTIES_WHATEVER_THE_MENU_SAYS))
         self.wait_for_window("Meter - Properties")
-        self.close_behind_tools(window)
-
-    def close_behind_tools(self, window):
-        window.program.close_window(window.window)
-        self.assertEqual(window.program.wait_for_end(), 0, window.program.printed())
+        self.close_behind_the_tool(window)
 
     def test_does_nothing_by_buttons_that_a_refresh_has_left_usable(self):
         window = self.open_window()

@@ -9,7 +9,6 @@ import unittest
 from accessibility import STATE_SELECTED
 from driver_tools import ToolCase
 from main_window import DETAILS, FILE, LARGE_ICONS, LIST
-from waiting import wait_until
 
 METER = "Meter - Download"
 GAUGE = "Tide Gauge - Download"
@@ -46,25 +45,6 @@ class DownloadingCase(ToolCase):
         tool_window = self.wait_for_window(title)
         self.wait_until_in_front(window.program, tool_window)
         return process, tool_window
-
-    def come_to_the_front_again(self, window, tool_window):
-        """The user works in the main window; the tool comes back before it by itself."""
-
-        def in_front():
-            if window.program.active_window() == window.window:
-                return True
-            self.session.tool("wmctrl", "-i", "-a", str(window.window))
-            return False
-
-        # More than one attempt: a busy test may miss the moment before the tool is back.
-        wait_until(in_front, "the main window is in front")
-        self.wait_until_in_front(window.program, tool_window)
-
-    def close_behind_the_tool(self, window):
-        """Closes the main window properly while a tool has the keyboard."""
-        program = window.program
-        program.close_window(window.window)
-        self.assertEqual(program.wait_for_end(), 0, program.printed())
 
     def counts(self, window, name):
         return next(row[1:4] for row in window.rows() if row[0] == name)

@@ -100,3 +100,22 @@ class ToolCase(ProgramTestCase):
 
     def wait_until_in_front(self, program, window):
         wait_until(lambda: program.active_window() == window, "the tool's window is in front")
+
+    def come_to_the_front_again(self, window, tool_window):
+        """The user works in the main window; the tool comes back before it by itself."""
+
+        def in_front():
+            if window.program.active_window() == window.window:
+                return True
+            self.session.tool("wmctrl", "-i", "-a", str(window.window))
+            return False
+
+        # More than one attempt: a busy test may miss the moment before the tool is back.
+        wait_until(in_front, "the main window is in front")
+        self.wait_until_in_front(window.program, tool_window)
+
+    def close_behind_the_tool(self, window):
+        """Closes the main window properly while a tool has the keyboard."""
+        program = window.program
+        program.close_window(window.window)
+        self.assertEqual(program.wait_for_end(), 0, program.printed())
