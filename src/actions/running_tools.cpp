@@ -43,10 +43,11 @@ bool WaitForEnd(Globals& globals, const MainWindow& window, int process) {
 }
 
 std::optional<int> StartDownload(Platform& platform, MainWindow& window,
-                                 const std::string& folder) {
-  Absorb([&] { FileMonitor(platform, window.TARVO1, DataFolderOf(platform, folder)); });
+                                 const std::string& driver) {
   std::optional<int> process;
   Absorb([&] {
+    const std::string folder = DriverFolderPath(platform, driver);
+    Absorb([&] { FileMonitor(platform, window.TARVO1, DataFolderOf(platform, folder)); });
     const std::string tool = ResolveName(platform, JoinPath(folder, "Download.EXE"));
     process = platform.StartProcess(tool, {}, StartWindow::kNormal);
   });
@@ -56,8 +57,7 @@ std::optional<int> StartDownload(Platform& platform, MainWindow& window,
 }  // namespace
 
 void RunDownload(Globals& globals, MainWindow& window, const std::string& driver) {
-  const std::string folder = DriverFolderPath(globals.platform, driver);
-  if (const auto process = StartDownload(globals.platform, window, folder)) {
+  if (const auto process = StartDownload(globals.platform, window, driver)) {
     if (!WaitForEnd(globals, window, *process)) return;
     FileMonitor(globals.platform, window.TARVO1);
   }

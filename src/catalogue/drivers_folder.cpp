@@ -1,7 +1,7 @@
 #include "catalogue/drivers_folder.h"
 
+#include "base/absorb.h"
 #include "base/paths.h"
-#include "base/runtime_error.h"
 #include "platform/names.h"
 
 namespace tarvo {
@@ -9,22 +9,21 @@ namespace {
 
 constexpr std::string_view kDrivers = "Drivers";
 
-// The current folder; "" when it has been removed.
-std::string PresentFolder(Platform& platform) {
-  try {
-    return platform.CurrentFolder();
-  } catch (const RuntimeError&) {
-    return {};
-  }
+bool CurrentFolderIsThere(Platform& platform) {
+  return Absorb([&] { platform.CurrentFolder(); });
+}
+
+void EnterBase(Platform& platform, std::string_view baseDirectory) {
+  platform.ChangeCurrentFolder(ResolveName(platform, baseDirectory));
 }
 
 // Goes up from the current folder until one holds `Drivers`, or to the root. Gives the folder
 // reached.
 std::string ClimbToDrivers(Platform& platform) {
-  std::string here = PresentFolder(platform);
-  while (!here.empty() && !FolderExists(platform, kDrivers)) {
+  std::string here = platform.CurrentFolder();
+  while (!FolderExists(platform, kDrivers)) {
     platform.ChangeCurrentFolder("..");
-    std::string above = PresentFolder(platform);
+    std::string above = platform.CurrentFolder();
     if (above == here) break;
     here = std::move(above);
   }
@@ -34,10 +33,10 @@ std::string ClimbToDrivers(Platform& platform) {
 }  // namespace
 
 std::string EnterDriversFolder(Platform& platform, std::string_view baseDirectory) {
+  if (!CurrentFolderIsThere(platform)) EnterBase(platform, baseDirectory);
   std::string holder = ClimbToDrivers(platform);
-  const bool found = !holder.empty() && FolderExists(platform, kDrivers);
-  if (!found || platform.IsDriveRoot(holder)) {
-    platform.ChangeCurrentFolder(ResolveName(platform, baseDirectory));
+  if (!FolderExists(platform, kDrivers) || platform.IsDriveRoot(holder)) {
+    EnterBase(platform, baseDirectory);
     holder = platform.CurrentFolder();
     platform.MakeFolder(ResolveName(platform, JoinPath(holder, kDrivers)));
   }

@@ -67,6 +67,16 @@ TEST_F(TheDriversDirectory, IsMadeAnewInTheBaseDirectoryAfterTheCurrentFolderHas
   EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
 }
 
+// As with a disk that was taken out and put back.
+TEST_F(TheDriversDirectory, IsFoundAgainInABaseDirectoryThatHasComeBack) {
+  Update();
+  std::filesystem::remove_all(folder / kDataFolder);
+  Driver("Meter");
+  Update();
+  EXPECT_THAT(Names(), Contains("Meter"));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
 TEST_F(TheDriversDirectory, OfABaseDirectoryThatHasVanishedRaisesAnErrorThatNamesIt) {
   Update();
   std::filesystem::remove_all(folder / kDataFolder);

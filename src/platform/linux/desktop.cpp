@@ -29,7 +29,7 @@ constexpr std::string_view kClassicHelpType = "application/winhlp";
 std::string Absolute(std::string_view path) {
   if (path.starts_with('/')) return std::string(path);
   const std::unique_ptr<char, decltype(&std::free)> current(::getcwd(nullptr, 0), &std::free);
-  if (!current) throw FolderError(errno, ".");
+  if (!current) throw FolderError(errno, "the current folder");
   return JoinPath(current.get(), path);
 }
 

@@ -114,7 +114,7 @@ class LinuxPlatform final : public Platform {
 
   std::string CurrentFolder() override {
     if (auto folder = WorkingFolder()) return *std::move(folder);
-    throw FolderError(errno, ".");
+    throw FolderError(errno, "the current folder");
   }
 
   void ChangeCurrentFolder(std::string_view path) override {
