@@ -9,11 +9,6 @@ namespace {
 // The first bytes of a help file in the classic binary format.
 constexpr std::string_view kClassicHelpMark{"\x3F\x5F\x03\x00", 4};
 
-bool IsClassicHelp(Platform& platform, const std::string& file) {
-  return platform.OpenFile(file, OpenFor::kReading)->ReadAt(0, kClassicHelpMark.size()) ==
-         kClassicHelpMark;
-}
-
 void Tell(Globals& globals, std::string_view text, MessageIcon icon) {
   globals.frontEnd.MsgBox(text, MessageButtons::kOk, icon, globals.translator.ApplicationTitle());
 }
@@ -30,6 +25,11 @@ bool ShowHelpWithViewer(Globals& globals, std::string_view helpFile) {
     Tell(globals, globals.Translate("Help file could not be loaded."), MessageIcon::kExclamation);
   }
   return true;
+}
+
+bool IsClassicHelp(Platform& platform, const std::string& file) {
+  return platform.OpenFile(file, OpenFor::kReading)->ReadAt(0, kClassicHelpMark.size()) ==
+         kClassicHelpMark;
 }
 
 void ShowRegisteredHelp(Globals& globals, MainWindow& window, HelpCommand command) {

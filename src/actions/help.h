@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "app/globals/globals.h"
@@ -11,6 +12,9 @@ namespace tarvo {
 // failed, when the setting "Vista" is exactly "yes". False when it is not: the caller then opens
 // the help itself.
 bool ShowHelpWithViewer(Globals& globals, std::string_view helpFile);
+
+// Whether a file has the classic binary help format, which only the system's own viewer shows.
+bool IsClassicHelp(Platform& platform, const std::string& file);
 
 // Opens the registered help file at its contents or at the search by keyword. Without one, says so;
 // a failure is shown by its description.

@@ -1,3 +1,4 @@
+#include "actions/help.h"
 #include "app/globals/data_folder.h"
 #include "app/start/csv_association.h"
 #include "base/absorb.h"
@@ -6,6 +7,7 @@
 #include "ctl/json.h"
 #include "ctl/listed_drivers.h"
 #include "ctl/table.h"
+#include "forms/help_file.h"
 #include "platform/names.h"
 #include "settings/record_layout.h"
 
@@ -85,9 +87,19 @@ SystemFinding FindDictionary(Globals& globals) {
 SystemFinding FindHelp(Globals& globals) {
   globals.ReadProgramPaths();
   globals.RegisterHelpFile();
-  if (!globals.HelpFile.empty()) return Good("Help file", globals.HelpFile + " is there.");
-  return Odd("Help file", "There is no " + globals.TarvoProgramPath + kHelpFileName +
-                              "; install Tarvo again to get the help.");
+  const std::string topic = "Help file";
+  if (globals.HelpFile.empty()) {
+    return Odd(topic, "There is no " + globals.TarvoProgramPath + kHelpFileName +
+                          "; install Tarvo again to get the help.");
+  }
+  try {
+    if (!IsClassicHelp(globals.platform, globals.HelpFile)) {
+      ReadHelpFile(globals.platform, globals.HelpFile);
+    }
+    return Good(topic, globals.HelpFile + " can be shown.");
+  } catch (const RuntimeError& error) {
+    return Odd(topic, "It cannot be shown; install Tarvo again to get the help: " + Ending(error));
+  }
 }
 
 SystemFinding FindAssociation(Platform& platform) {

@@ -87,7 +87,8 @@ void RecordToolVersions(CommandRun& run) {
   Platform& platform = run.globals.platform;
   ListedDrivers window(run.globals);
   std::vector<int> processes;
-  std::string folderPath = window.dataPath;
+  // Once listed, the current folder is the one that holds the listed drivers.
+  std::string folderPath = platform.CurrentFolder();
   ReportToolVersions(platform, run.globals.frontEnd, folderPath,
                      [&](int process) { processes.push_back(process); });
   const bool allEnded = WaitForAll(platform, processes);

@@ -1,6 +1,7 @@
 #include <sstream>
 
 #include "ctl/terminal_program.h"
+#include "support/made_help.h"
 #include "support/program_run.h"
 
 namespace tarvo::test {
@@ -108,6 +109,16 @@ TEST_F(DriversFromATerminal, RecordTheirToolsVersionsWhichAreWaitedForAndListed)
             "\"properties\": \"-\"}\n]\n");
 }
 
+// As the list beside them does.
+TEST_F(DriversFromATerminal, RecordVersionsWhereTheListFindsThem) {
+  fs::remove_all(folder / InData("Drivers"));
+  const std::string done = folder / "done";
+  folder.WriteProgram("documents/Drivers/Meter/Download.EXE", "echo \"$1\" > '" + done + "'");
+  EXPECT_EQ(Run({"drivers", "versions"}), 0) << error;
+  EXPECT_EQ(ReadFileAt(done), "/v\n");
+  EXPECT_THAT(output, HasSubstr("Meter"));
+}
+
 class TheDoctor : public DriversFromATerminal {
  protected:
   // The line about a topic.
@@ -124,7 +135,8 @@ class TheDoctor : public DriversFromATerminal {
 };
 
 TEST_F(TheDoctor, FindsNothingOddInAWholeInstallation) {
-  folder.WriteFile("own/TARVO.HLP");
+  folder.WriteFile("own/TARVO.HLP",
+                   HelpDocument(HelpSectionText("en", HelpTopicText("en", "start", "Start", ""))));
   ASSERT_EQ(Run({"settings", "set", "Tarvo_ProgramPath", folder / "own"}), 0);
   for (const char* topic :
        {"Dictionary", "Settings file", "Data folder", "Drivers", "Help file", "CSV files"}) {
@@ -160,6 +172,16 @@ TEST_F(TheDoctor, FindsADictionaryThatIsNone) {
 TEST_F(TheDoctor, FindsAMissingHelpFile) {
   ASSERT_EQ(Run({"settings", "set", "Tarvo_ProgramPath", folder / "nowhere"}), 0);
   EXPECT_THAT(About("Help file"), IsOdd());
+}
+
+TEST_F(TheDoctor, FindsAHelpFileThatIsNone) {
+  ASSERT_EQ(Run({"settings", "set", "Tarvo_ProgramPath", folder / "own"}), 0);
+  for (const char* content : {"", "<!DOCTYPE html>", "no help"}) {
+    folder.WriteFile("own/TARVO.HLP", content);
+    EXPECT_THAT(About("Help file"), ::testing::AllOf(IsOdd(), HasSubstr("TARVO.HLP"))) << content;
+  }
+  folder.WriteFile("own/TARVO.HLP", std::string("\x3F\x5F\x03\x00 classic", 12));
+  EXPECT_THAT(About("Help file"), Not(IsOdd()));
 }
 
 TEST_F(TheDoctor, FindsACsvViewerThatIsNotInstalled) {
