@@ -6,7 +6,8 @@
 namespace tarvo {
 namespace {
 
-constexpr double kTimeToWork = 10;  // seconds
+constexpr double kTimeToWork = 10;    // seconds
+constexpr double kLongestTurn = 0.5;  // seconds
 
 }  // namespace
 
@@ -16,7 +17,7 @@ void Check4MscommPatch(Globals& globals) {
       ResolveName(platform, WithSeparator(platform.ProgramFolder()) + "MscommPatch.exe");
   if (!FileExists(platform, program)) return;
   platform.StartProcess(program, {}, StartWindow::kMinimised);
-  globals.library.Pause(kTimeToWork, [&] { globals.frontEnd.YieldUntilEvent(kTimeToWork); });
+  globals.library.Pause(kTimeToWork, [&] { globals.frontEnd.YieldUntilEvent(kLongestTurn); });
   platform.RemoveFile(program);
 }
 

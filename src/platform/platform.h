@@ -153,8 +153,9 @@ class Platform {
   // program that the user's desktop has for it. Nothing waits. Errors as StartProcess.
   virtual void OpenByVerb(std::string_view path, std::string_view workingFolder) = 0;
 
-  // Opens a help file of the classic binary format in the system's viewer, at its contents or at
-  // the search with `key` entered. 53 when the system has no viewer.
+  // Opens a help file of the classic binary format in the system's viewer, at its contents or,
+  // where the viewer can be told so, at the search with `key` entered. 53 when the system has no
+  // viewer.
   virtual void OpenClassicHelp(std::string_view file, HelpCommand command,
                                std::string_view key) = 0;
 

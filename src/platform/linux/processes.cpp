@@ -18,12 +18,16 @@ namespace tarvo {
 namespace {
 
 // What a program is for. One that may be executed but not read is none for Windows, which would
-// have to be read.
+// have to be read. A program is missing, too, where its folder is.
 WindowsProgram KindOf(std::string_view program) {
   try {
     return WindowsProgramKind(program);
   } catch (const RuntimeError& error) {
     if (error.Number() == kPermissionDenied) return WindowsProgram::kNone;
+    if (error.Number() == kPathNotFound) {
+      throw RuntimeError(kFileNotFound,
+                         StandardDescription(kFileNotFound) + ": " + std::string(program));
+    }
     throw;
   }
 }
