@@ -11,6 +11,7 @@
 namespace tarvo {
 namespace {
 
+// A hidden sample makes the command available, but only those that are not hidden are copied.
 void CopySamples(Platform& platform, std::string_view driver, const std::string& to) {
   const std::string from = DriverFolderPath(platform, driver);
   for (const FolderEntry& file : ListFolder(platform, from, "*.hvd", kNormal)) {

@@ -1,5 +1,6 @@
 #include "app/start/csv_association.h"
 
+#include "support/made_dictionary.h"
 #include "support/started_run.h"
 
 namespace tarvo::test {
@@ -120,6 +121,26 @@ TEST_F(TheCsvViewer, IsOfferedWhileTheMainWindowIsOnTheScreenAfterAddingDrivers)
   Start("/a");
   EXPECT_THAT(frontEnd.messages, ElementsAre(kQuestion));
   EXPECT_EQ(loaded, 1) << "the splash window is gone";
+}
+
+TEST_F(TheCsvViewer, IsOfferedInTheLanguageOfTheDictionary) {
+  const auto phrase = [](const std::string& shown) { return shown.substr(shown.find(": ") + 2); };
+  const auto title = [](const std::string& shown) { return shown.substr(0, shown.find(": ")); };
+  MakeDictionary(folder,
+                 PoText({{title(kQuestion), "CSV-Anzeige"},
+                         {phrase(kQuestion), "Zuordnen?"},
+                         {phrase(kMissing), "Fehlt."},
+                         {phrase(kIncorrect), "Falsch."}}),
+                 {}, "start/TARVO.DIC");
+  EXPECT_THAT(Shown(), ElementsAre("CSV-Anzeige: Zuordnen?"));
+  Store("Tarvo_Association_Asked", "No");
+  const auto startAgain = [this] { std::filesystem::current_path(folder / "start"); };
+  startAgain();
+  SetClass("csvFile");
+  EXPECT_THAT(Shown(), ElementsAre("Tarvo: Fehlt."));
+  startAgain();
+  SetCommand("csvFile", "calc %f");
+  EXPECT_THAT(Shown(), ElementsAre("Tarvo: Falsch."));
 }
 
 TEST_F(TheCsvViewer, IsNotOfferedInASilentRefresh) {

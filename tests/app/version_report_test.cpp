@@ -149,6 +149,29 @@ TEST_F(ReportingVersions, TellsOfEveryStartedProcess) {
   EXPECT_THAT(processes, ElementsAre(drive.lastProcess));
 }
 
+TEST_F(ReportingVersions, WaitsForNoTool) {
+  folder.WriteFile("hold");
+  folder.WriteProgram("drivers/Meter/Download.exe",
+                      "while [ -e '" + folder / "hold" + "' ]; do sleep 0.01; done");
+  Report();
+  EXPECT_TRUE(drive.ProcessLives(drive.lastProcess));
+  fs::remove(folder / "hold");
+}
+
+TEST_F(ReportingVersions, FindsNothingInAPlainFileOrAFolderThatCannotBeListed) {
+  const std::string path = folder.WriteFile("drivers");
+  Report();
+  fs::remove(path);
+  Tool("Meter/Download.exe");
+  drive.refusesToList = path + "/";
+  Report(folder.Path());
+  EXPECT_THAT(drive.started, IsEmpty());
+  drive.refusesToList = folder / "drivers/Meter";
+  const std::string other = Tool("Tide Gauge/Download.exe");
+  Report(folder.Path());
+  EXPECT_THAT(drive.started, ElementsAre(other + " /v (minimised)"));
+}
+
 // No settings file, no dictionary, no window: the data folder may not even be reachable.
 class ARunThatReports : public StartedRun {};
 

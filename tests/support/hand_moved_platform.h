@@ -44,6 +44,15 @@ class HandMovedPlatform : public ForwardingPlatform {
   std::vector<int> broughtToFront;
   std::optional<RuntimeError> desktopError;
 
+  // The sections of program settings that were to be deleted, as "application/section"; the first
+  // fails with `settingsError`, if that is set.
+  std::vector<std::string> deletedSettings;
+  std::optional<RuntimeError> settingsError;
+
+  std::string refusesAttributesOf;  // a file whose attributes cannot be set
+  std::string refusesToList;        // a folder that cannot be listed
+  bool refusesToWatch = false;      // any folder
+
   bool hasTerminal = false;  // to answer questions on
 
   // What was started, the program's path with its arguments behind it; every one really is.
@@ -116,6 +125,24 @@ class HandMovedPlatform : public ForwardingPlatform {
   void OpenClassicHelp(std::string_view path, HelpCommand command, std::string_view key) override {
     Ask(classicHelp, std::string(path) + " " + std::to_string(static_cast<int>(command)) + " \"" +
                          std::string(key) + "\"");
+  }
+
+  void SetAttributes(std::string_view path, unsigned attributes) override {
+    if (path == refusesAttributesOf && !path.empty()) throw RuntimeError(kPermissionDenied);
+    ForwardingPlatform::SetAttributes(path, attributes);
+  }
+  std::vector<FolderEntry> Entries(std::string_view path) override {
+    if (path == refusesToList && !path.empty()) throw RuntimeError(kPermissionDenied);
+    return ForwardingPlatform::Entries(path);
+  }
+  std::unique_ptr<FolderWatch> WatchFolder(std::string_view path) override {
+    if (refusesToWatch) throw RuntimeError(kPathFileAccessError);
+    return ForwardingPlatform::WatchFolder(path);
+  }
+
+  void DeleteProgramSettings(std::string_view application, std::string_view section) override {
+    deletedSettings.push_back(std::string(application).append("/").append(section));
+    if (settingsError) throw RuntimeError(*settingsError);
   }
 
   std::optional<std::string> SpecialFolder(int identifier) override {

@@ -155,5 +155,19 @@ TEST_F(Help, IsShownInTheLanguageOfTheDictionary) {
   EXPECT_EQ(frontEnd.helpShown[0].language, run->RunGlobals().translator.Language());
 }
 
+TEST_F(Help, SpeaksTheLanguageOfTheDictionaryWhereItCannotBeShown) {
+  MakeDictionary(folder,
+                 PoText({{"Help file could not be loaded.", "Hilfe nicht geladen."},
+                         {"Unable to display Help Contents. There is no Help associated with this "
+                          "application.",
+                          "Keine Hilfe."}}),
+                 {}, "start/TARVO.DIC");
+  Start();
+  Contents();
+  Store("Vista", "yes");
+  Contents();
+  EXPECT_THAT(frontEnd.messages, ElementsAre("Tarvo: Keine Hilfe.", "Tarvo: Hilfe nicht geladen."));
+}
+
 }  // namespace
 }  // namespace tarvo::test

@@ -47,6 +47,29 @@ TEST_F(InstallingOnAMobileDevice, SkipsASampleThatCannotBeCopied) {
   EXPECT_THAT(platform.started, ElementsAre(installer));
 }
 
+// A hidden sample makes the command available; it is not copied, as the listing of files leaves out
+// hidden ones unless it is asked for them.
+TEST_F(InstallingOnAMobileDevice, IsOfferedForAHiddenSampleThatIsNotCopied) {
+  DriverFile("Meter/.a.hvd", "a");
+  const std::string installer = Installer();
+  Start();
+  Click("Meter");
+  EXPECT_TRUE(Window().mnuFileInstallMobile.Enabled);
+  Window().mnuFileInstallMobile_Click();
+  EXPECT_FALSE(Exists(folder / InData("DeviceInstaller/.a.hvd")));
+  EXPECT_THAT(platform.started, ElementsAre(installer));
+}
+
+TEST_F(InstallingOnAMobileDevice, StartsTheInstallerWhenTheDriverCannotBeListed) {
+  DriverFile("Meter/a.hvd", "a");
+  const std::string installer = Installer();
+  Start();
+  Click("Meter");
+  platform.refusesToList = DriverPath("Meter");
+  Window().mnuFileInstallMobile_Click();
+  EXPECT_THAT(platform.started, ElementsAre(installer));
+}
+
 TEST_F(InstallingOnAMobileDevice, PassesOverAMissingInstaller) {
   DriverFile("Meter/a.hvd", "a");
   Start();

@@ -167,6 +167,19 @@ TEST_F(RemovingADriver, RemovesOnlyTheLinkWhenTheDriverIsOne) {
   EXPECT_EQ(fs::status(folder / "outside/a.csv").permissions(), fs::perms(0444));
 }
 
+TEST_F(RemovingADriver, FindsItWhereDriversIsALink) {
+  folder.WriteFile("elsewhere/Meter/a.csv");
+  folder.WriteFile("elsewhere/Tide Gauge/kept");
+  fs::remove(folder / InData("Drivers"));
+  fs::create_directory_symlink(folder / "elsewhere", folder / InData("Drivers"));
+  Start();
+  Remove("Meter");
+  EXPECT_THAT(frontEnd.messages, ElementsAre(kSure, QuestionAbout(1)));
+  EXPECT_FALSE(Exists(folder / "elsewhere/Meter"));
+  EXPECT_THAT(Names(), ElementsAre("Tide Gauge"));
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
 TEST_F(RemovingADriver, FailsBeforeAnyQuestionWhenTheDownloadsCannotBeCounted) {
   for (int i = 0; i < 102; ++i) Driver("Meter/" + std::to_string(i));
   Start();
@@ -196,12 +209,43 @@ TEST_F(RemovingADriver, LeavesTheVersionRecordsInTheStore) {
   EXPECT_EQ(Item("Meter").SubItems[3], "1.5");
 }
 
-TEST_F(RemovingADriver, RemovesAFileThatStandsForADriver) {
+TEST_F(RemovingADriver, FailsForAFileThatStandsForADriverBeforeAnyQuestion) {
   DriverFile("stray");
   Start();
-  // Counting fails for a file; nothing is removed unasked.
-  EXPECT_NE(ErrorOf([&] { Remove("stray"); }), 0);
+  EXPECT_EQ(ErrorOf([&] { Remove("stray"); }), kPathNotFound);
+  EXPECT_THAT(frontEnd.messages, IsEmpty());
   EXPECT_TRUE(Exists(DriverPath("stray")));
+}
+
+TEST_F(RemovingADriver, ForgetsItsProgramSettingsAlsoWhenTheFolderStays) {
+  DriverFile("Meter/Data/locked.csv");
+  fs::permissions(DriverPath("Meter/Data/locked.csv"), fs::perms(0444));
+  Start();
+  Remove("Meter");
+  EXPECT_TRUE(Exists(DriverPath("Meter")));
+  EXPECT_THAT(platform.deletedSettings, ElementsAre("tarvo.versions/Meter", "Meter/"));
+}
+
+TEST_F(RemovingADriver, ListsWhatRemainsWhenItsProgramSettingsCannotBeDeleted) {
+  Driver("Meter");
+  Driver("Tide Gauge");
+  Start();
+  platform.settingsError = RuntimeError(kInvalidProcedureCall);
+  Remove("Meter");
+  EXPECT_THAT(platform.deletedSettings, SizeIs(1)) << "the second step is skipped";
+  EXPECT_THAT(frontEnd.messages, ElementsAre(kSure));
+  EXPECT_THAT(Names(), ElementsAre("Tide Gauge"));
+}
+
+// A file whose attributes cannot be set does not keep the others read-only.
+TEST_F(RemovingADriver, GoesOnWhenTheAttributesOfOneFileCannotBeSet) {
+  DriverFile("Meter/refused");
+  DriverFile("Meter/locked");
+  fs::permissions(DriverPath("Meter/locked"), fs::perms(0444));
+  platform.refusesAttributesOf = DriverPath("Meter/refused");
+  Start();
+  Remove("Meter");
+  EXPECT_FALSE(Exists(DriverPath("Meter")));
 }
 
 TEST_F(RemovingADriver, TakesNamesWithBlanksAndQuotesAsTheyAre) {

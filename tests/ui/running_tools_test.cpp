@@ -240,6 +240,50 @@ TEST_F(RunningATool, SurvivesADriverFolderThatDisappearsMeanwhile) {
   EXPECT_EQ(Window().lvListView.SelectedItem(), &Item("Meter"));
 }
 
+// Nothing of a download is ever shown as an error.
+TEST_F(RunningATool, PassesOverADownloadWhoseDataFolderHasVanished) {
+  DriverTool("Meter/Download.EXE");
+  Start();
+  Click("Meter");
+  fs::remove_all(folder / kDataFolder);
+  Window().mnuFileDownload_Click();
+  EXPECT_THAT(platform.started, IsEmpty());
+  EXPECT_THAT(frontEnd.messages, IsEmpty());
+  EXPECT_FALSE(Window().TARVO1.IsOn());
+}
+
+TEST_F(RunningATool, DownloadsWithoutAWatchWhereNoneCanBeSet) {
+  DriverTool("Meter/Download.EXE", "echo 1 > \"$(dirname \"$0\")/new.csv\"");
+  platform.refusesToWatch = true;
+  Start();
+  Download("Meter");
+  EXPECT_EQ(Item("Meter").SubItems[0], "1");
+  EXPECT_THAT(platform.shownFiles, IsEmpty());
+  EXPECT_THAT(frontEnd.messages, IsEmpty());
+}
+
+TEST_F(RunningATool, PassesOverAListThatCannotBeRefreshedAfterADownload) {
+  DriverTool("Meter/Download.EXE", RunUntilReleased());
+  Start();
+  meanwhile = [&] {
+    platform.refusesToList = DriverPath("Meter");
+    Release();
+  };
+  EXPECT_EQ(ErrorOf([&] { Download("Meter"); }), 0);
+  EXPECT_THAT(frontEnd.messages, IsEmpty());
+}
+
+// Tools write into a folder; a file of its name is none.
+TEST_F(RunningATool, TakesAFileCalledDataForNoDataFolder) {
+  DriverFile("Meter/Data");
+  DriverTool("Meter/Download.EXE", "echo 1 > \"$(dirname \"$0\")/new.csv\"");
+  Start();
+  Download("Meter");
+  Window().mnuFileOpen_Click();
+  EXPECT_THAT(platform.shownFiles, ElementsAre(DriverPath("Meter/new.csv")));
+  EXPECT_THAT(platform.openedFolders, ElementsAre(DriverPath("Meter")));
+}
+
 TEST_F(RunningATool, SurvivesAFileManagerThatIsMissing) {
   DriverTool("Meter/Download.EXE", "echo 1 > \"$(dirname \"$0\")/new.csv\"");
   Start();
@@ -283,6 +327,15 @@ TEST_F(RunningATool, FailsWhenUploadOrPropertiesCannotStart) {
   Click("Meter");
   EXPECT_NE(ErrorOf([&] { Window().mnuFileUpload_Click(); }), 0);
   EXPECT_EQ(ErrorOf([&] { Window().mnuFileProperties_Click(); }), kFileNotFound);
+  EXPECT_THAT(platform.started, IsEmpty());
+}
+
+// The toolbar's key "Properties" does not look at the menu; the "Add" item's folder does not exist.
+TEST_F(RunningATool, FailsWithAMissingFileForThePropertiesOfTheAddItem) {
+  Start();
+  Click("Add");
+  EXPECT_EQ(ErrorOf([&] { Press("Properties"); }), kFileNotFound);
+  Press("DriverProperties");
   EXPECT_THAT(platform.started, IsEmpty());
 }
 
