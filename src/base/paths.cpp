@@ -1,5 +1,7 @@
 #include "base/paths.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace tarvo {
@@ -22,7 +24,7 @@ std::string_view FileNameOf(std::string_view path) {
 std::string_view FolderOf(std::string_view path) {
   const std::size_t at = path.rfind(kSeparator);
   if (at == std::string_view::npos) return {};
-  return path.substr(0, at == 0 ? 1 : at);
+  return path.substr(0, std::max(at, RootSize(path)));
 }
 
 bool MatchesPattern(std::string_view name, std::string_view pattern) {

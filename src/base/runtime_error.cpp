@@ -1,6 +1,5 @@
 #include "base/runtime_error.h"
 
-#include <cerrno>
 #include <utility>
 
 namespace tarvo {
@@ -37,44 +36,6 @@ constexpr NumberAndText kDescriptions[] = {
     {kKeyNotUnique, "Key is not unique in collection"},
 };
 
-struct ErrnoAndNumber {
-  int code;
-  int number;
-};
-
-constexpr ErrnoAndNumber kErrnoNumbers[] = {
-    {EINVAL, kInvalidProcedureCall},
-    {ENAMETOOLONG, kBadFileName},
-    {EILSEQ, kBadFileName},
-    {ENOENT, kFileNotFound},
-    {ENOTDIR, kPathNotFound},
-    {ELOOP, kPathNotFound},
-    {EISDIR, kPathFileAccessError},
-    {EEXIST, kPathFileAccessError},
-    {ENOTEMPTY, kPathFileAccessError},
-    {EROFS, kPathFileAccessError},
-    {EBUSY, kPathFileAccessError},
-    {EACCES, kPermissionDenied},
-    {EPERM, kPermissionDenied},
-    {ETXTBSY, kPermissionDenied},
-    {ENOSPC, kDiskFull},
-    {EDQUOT, kDiskFull},
-    {EFBIG, kDiskFull},
-    {EMFILE, kTooManyFiles},
-    {ENFILE, kTooManyFiles},
-    {EBADF, kBadFileMode},
-    {EIO, kDeviceIoError},
-    {ENXIO, kDeviceUnavailable},
-    {ENODEV, kDeviceUnavailable},
-};
-
-int NumberOfErrno(int code) {
-  for (const auto& row : kErrnoNumbers) {
-    if (row.code == code) return row.number;
-  }
-  return kDeviceIoError;
-}
-
 }  // namespace
 
 RuntimeError::RuntimeError(int number)
@@ -83,8 +44,7 @@ RuntimeError::RuntimeError(int number)
 RuntimeError::RuntimeError(int number, std::string description)
     : number_(number), description_(std::move(description)) {}
 
-RuntimeError RuntimeError::FromErrno(int code, const std::string& subject) {
-  const int number = NumberOfErrno(code);
+RuntimeError RuntimeError::About(int number, const std::string& subject) {
   std::string description = StandardDescription(number);
   if (!subject.empty()) description += ": " + subject;
   return RuntimeError(number, std::move(description));

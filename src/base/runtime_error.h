@@ -42,8 +42,11 @@ class RuntimeError : public std::exception {
   // An error whose description says more than the standard one.
   RuntimeError(int number, std::string description);
 
-  // The error for an `errno` value of the operating system. `subject`, when not empty, names the
-  // file or folder and is appended to the description.
+  // An error with the number's standard description, to which `subject`, when not empty, is
+  // appended: the file or folder that it is about.
+  static RuntimeError About(int number, const std::string& subject);
+
+  // The error for an `errno` value, on systems that have them.
   static RuntimeError FromErrno(int code, const std::string& subject = {});
 
   int Number() const { return number_; }

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "base/runtime_error.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/long_path.h"
 
 namespace tarvo {
@@ -51,7 +51,7 @@ Descriptor OpenLinuxFolder(std::string_view path) {
 std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_view path) {
   Descriptor own(::fcntl(folder.Get(), F_DUPFD_CLOEXEC, 0));
   std::unique_ptr<DIR, CloseListing> listing(own.Get() < 0 ? nullptr : ::fdopendir(own.Get()));
-  if (!listing) throw RuntimeError::FromErrno(errno, std::string(path));
+  if (!listing) throw ErrorFromErrno(errno, std::string(path));
   own.Release();
   std::vector<FolderEntry> entries;
   for (;;) {
@@ -61,7 +61,7 @@ std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_vi
     const std::string_view name = found->d_name;
     if (name != "." && name != "..") entries.push_back(EntryOf(folder.Get(), *found));
   }
-  if (errno != 0) throw RuntimeError::FromErrno(errno, std::string(path));
+  if (errno != 0) throw ErrorFromErrno(errno, std::string(path));
   return entries;
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/runtime_error.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/long_path.h"
 
 namespace tarvo {
@@ -20,7 +21,7 @@ class LinuxFile final : public File {
 
   std::uint64_t Size() override {
     struct stat status;
-    if (::fstat(descriptor_.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, path_);
+    if (::fstat(descriptor_.Get(), &status) != 0) throw ErrorFromErrno(errno, path_);
     return static_cast<std::uint64_t>(status.st_size);
   }
 
@@ -31,7 +32,7 @@ class LinuxFile final : public File {
       const ssize_t got = ::pread(descriptor_.Get(), bytes.data() + done, count - done,
                                   static_cast<off_t>(offset + done));
       if (got < 0 && errno == EINTR) continue;
-      if (got < 0) throw RuntimeError::FromErrno(errno, path_);
+      if (got < 0) throw ErrorFromErrno(errno, path_);
       if (got == 0) break;
       done += static_cast<std::size_t>(got);
     }
@@ -45,8 +46,8 @@ class LinuxFile final : public File {
       const ssize_t put = ::pwrite(descriptor_.Get(), bytes.data() + done, bytes.size() - done,
                                    static_cast<off_t>(offset + done));
       if (put < 0 && errno == EINTR) continue;
-      if (put < 0) throw RuntimeError::FromErrno(errno, path_);
-      if (put == 0) throw RuntimeError::FromErrno(ENOSPC, path_);
+      if (put < 0) throw ErrorFromErrno(errno, path_);
+      if (put == 0) throw ErrorFromErrno(ENOSPC, path_);
       done += static_cast<std::size_t>(put);
     }
   }
@@ -71,7 +72,7 @@ std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
   } while (descriptor.Get() < 0 && errno == EINTR);
   if (descriptor.Get() < 0) throw FileError(errno, reached, path);
   struct stat status;
-  if (::fstat(descriptor.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, name);
+  if (::fstat(descriptor.Get(), &status) != 0) throw ErrorFromErrno(errno, name);
   if (!S_ISREG(status.st_mode)) {
     throw RuntimeError(kPathFileAccessError,
                        StandardDescription(kPathFileAccessError) + ": " + name);

@@ -7,11 +7,12 @@
 #include <climits>
 
 #include "base/paths.h"
+#include "platform/linux/errno_error.h"
 
 namespace tarvo {
 
 RuntimeError FolderError(int code, std::string_view path) {
-  if (code != ENOENT) return RuntimeError::FromErrno(code, std::string(path));
+  if (code != ENOENT) return ErrorFromErrno(code, std::string(path));
   return RuntimeError(kPathNotFound, StandardDescription(kPathNotFound) + ": " + std::string(path));
 }
 
@@ -21,7 +22,7 @@ RuntimeError FileError(int code, const ReachedPath& reached, std::string_view pa
   const bool folderIsMissing =
       !folder.empty() && ::fstatat(reached.Base(), folder.c_str(), &status, 0) != 0;
   if (code == ENOENT && folderIsMissing) return FolderError(code, path);
-  return RuntimeError::FromErrno(code, std::string(path));
+  return ErrorFromErrno(code, std::string(path));
 }
 
 ReachedPath ReachPath(std::string_view path) {

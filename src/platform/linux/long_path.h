@@ -23,11 +23,11 @@ struct ReachedPath {
 // of a long path cannot be entered.
 ReachedPath ReachPath(std::string_view path);
 
-// The error of a call that needs the folder `path` to exist: as RuntimeError::FromErrno, but what
+// The error of a call that needs the folder `path` to exist: as ErrorFromErrno, but what
 // is missing is a path (76), not a file.
 RuntimeError FolderError(int code, std::string_view path);
 
-// The error of a call on a file: as RuntimeError::FromErrno, but when the folder that should hold
+// The error of a call on a file: as ErrorFromErrno, but when the folder that should hold
 // the file is missing too, what is missing is a path (76). The system says the same for both.
 RuntimeError FileError(int code, const ReachedPath& reached, std::string_view path);
 

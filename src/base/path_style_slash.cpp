@@ -4,4 +4,6 @@ namespace tarvo {
 
 const char kSeparator = '/';
 
+std::size_t RootSize(std::string_view path) { return path.starts_with(kSeparator) ? 1 : 0; }
+
 }  // namespace tarvo
