@@ -114,7 +114,7 @@ TEST(Findings, AreThoseOfThisSystem) {
   EnvironmentVariable bus("DBUS_SESSION_BUS_ADDRESS", session.Address());
   const EnvironmentVariable programs("PATH", folder / "bin");
   const EnvironmentVariable x11("DISPLAY", ":no display");
-  const EnvironmentVariable wayland("WAYLAND_DISPLAY", std::nullopt);
+  EnvironmentVariable wayland("WAYLAND_DISPLAY", std::nullopt);
   EXPECT_EQ(Finding(SystemPlatform().Findings(), "Session bus").sentence,
             "The session bus answers.");
   session.MakeStartable("org.freedesktop.FileManager1", "/bin/false");
@@ -126,11 +126,15 @@ TEST(Findings, AreThoseOfThisSystem) {
   EXPECT_FALSE(facts.x11DisplayAnswers);
   EXPECT_EQ(facts.waylandDisplay, "");
   bus.Set("garbage");
-  folder.WriteFile("bin/xdg-open");
-  std::filesystem::permissions(folder / "bin/xdg-open", std::filesystem::perms(0755));
+  wayland.Set("wayland-7");
+  for (const char* name : {"bin/xdg-open", "bin/wine"}) {
+    std::filesystem::permissions(folder.WriteFile(name), std::filesystem::perms(0755));
+  }
   facts = LookAtDesktop();
   EXPECT_EQ(facts.fileManager, FileManager::kNoBus);
   EXPECT_TRUE(facts.hasOpener);
+  EXPECT_EQ(facts.wine.command, folder / "bin/wine");
+  EXPECT_EQ(facts.waylandDisplay, "wayland-7");
 }
 
 }  // namespace

@@ -299,12 +299,13 @@ TEST_P(PlatformContract, AWatchReachesPathsLongerThanTheSystemTakes) {
 }
 
 TEST_P(PlatformContract, AWatchBearsTreesDeeperThanAProcessMayHaveFoldersOpen) {
-  constexpr int kDepth = 200;
+  constexpr int kDepth = 240;
   std::string deep = folder.Path();
   for (int i = 0; i < kDepth; ++i) {
-    platform.MakeFolder(deep + "/a");
-    platform.MakeFolder(deep + "/z");
-    platform.MakeFolder(deep += "/m");
+    for (const char* name : {"/a", "/b", "/c"}) platform.MakeFolder(deep + name);
+    // Others come before and after it, in whatever order they are looked at.
+    const std::vector<FolderEntry> entries = platform.Entries(deep);
+    deep += "/" + (i % 2 == 0 ? entries.front() : entries.back()).name;
   }
   const FewOpenFiles few(100);
   const auto watch = platform.WatchFolder(folder.Path());

@@ -1,8 +1,11 @@
 #include "private_display.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <vector>
 
@@ -96,6 +99,13 @@ bool PrivateDisplay::IsMinimised(std::uint32_t window) {
 
 void PrivateDisplay::Minimise(std::uint32_t window) {
   display_->SendToWindowManager(Root(), window, "WM_CHANGE_STATE", {kIconicState});
+}
+
+std::uint32_t WindowIn(const std::string& file) {
+  EXPECT_TRUE(ComesTrue([&] { return std::filesystem::exists(file); })) << file;
+  std::uint32_t window = 0;
+  std::ifstream(file) >> window;
+  return window;
 }
 
 }  // namespace tarvo::test

@@ -54,4 +54,7 @@ class PrivateDisplay {
   std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> nudging_{nullptr, &xcb_disconnect};
 };
 
+// The identifier that a test_window writes to a file, once it is there.
+std::uint32_t WindowIn(const std::string& file);
+
 }  // namespace tarvo::test

@@ -25,14 +25,6 @@ namespace fs = std::filesystem;
 // A script's end that does not come.
 const std::string kLive = "exec tail -f /dev/null";
 
-// The identifier that a test_window writes, once it is there.
-std::uint32_t WindowIn(const std::string& file) {
-  EXPECT_TRUE(ComesTrue([&] { return fs::exists(file); })) << file;
-  std::uint32_t window = 0;
-  std::ifstream(file) >> window;
-  return window;
-}
-
 // A script that the platform starts as a tool; it and what it started end with the object.
 class Tool {
  public:
@@ -262,16 +254,6 @@ TEST_F(WindowActivation, NothingHappensWhenTheWindowManagerOrTheDisplayHasGone) 
   tool.BringToFront();
   display.End();
   tool.BringToFront();
-}
-
-TEST(WindowActivationWithoutAManager, NothingHappens) {
-  PrivateDisplay display(WindowManager::kNone);
-  const EnvironmentVariable name("DISPLAY", display.Name());
-  const TemporaryFolder folder;
-  const TestProcess owner({TEST_WINDOW, folder / "window", std::to_string(::getpid())});
-  EXPECT_NE(WindowIn(folder / "window"), 0U);
-  SystemPlatform().BringToFront(::getpid());
-  EXPECT_EQ(display.Top(), 0U);
 }
 
 // Listens where an X11 server of some number would, and answers nothing.

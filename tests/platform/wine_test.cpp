@@ -154,6 +154,12 @@ TEST_F(Wine, RunsWhatItsModulesAreFor) {
   EXPECT_EQ(Runs(), "32");
 }
 
+TEST_F(Wine, HasItsModulesInTheLibrariesThatItStandsBeside) {
+  folder.MakeFolder("bin");
+  Install("lib/wine/wine64", k64BitModules);
+  EXPECT_EQ(Runs(), "64");
+}
+
 TEST_F(Wine, IsTakenToRunEverythingWhereItsModulesAreNotFound) {
   Install("bin/wine");
   EXPECT_EQ(Runs(), "both");
