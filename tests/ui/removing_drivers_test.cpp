@@ -67,6 +67,16 @@ TEST_F(RemovingADriver, AsksAgainWithTheNumberOfDownloadsOfAllThreeKinds) {
   EXPECT_FALSE(Exists(DriverPath("Meter")));
 }
 
+// What is hidden is not counted anywhere, and goes all the same.
+TEST_F(RemovingADriver, AsksOnlyOnceAboutHiddenDownloads) {
+  DriverFile("Meter/.a.csv");
+  DriverFile("Meter/.hidden/b.csv");
+  Start();
+  Remove("Meter");
+  EXPECT_THAT(frontEnd.messages, ElementsAre(kSure));
+  EXPECT_FALSE(Exists(DriverPath("Meter")));
+}
+
 // There is no singular form.
 TEST_F(RemovingADriver, AsksInThePluralAboutOneDownload) {
   DriverFile("Meter/a.csv");

@@ -266,7 +266,7 @@ TEST_F(RunningATool, PassesOverAListThatCannotBeRefreshedAfterADownload) {
   DriverTool("Meter/Download.EXE", RunUntilReleased());
   Start();
   meanwhile = [&] {
-    platform.refusesToList = DriverPath("Meter");
+    fs::remove_all(folder / kDataFolder);
     Release();
   };
   EXPECT_EQ(ErrorOf([&] { Download("Meter"); }), 0);
