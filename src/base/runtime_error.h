@@ -46,9 +46,6 @@ class RuntimeError : public std::exception {
   // appended: the file or folder that it is about.
   static RuntimeError About(int number, const std::string& subject);
 
-  // The error for an `errno` value, on systems that have them.
-  static RuntimeError FromErrno(int code, const std::string& subject = {});
-
   int Number() const { return number_; }
   const std::string& Description() const { return description_; }
   const char* what() const noexcept override { return description_.c_str(); }

@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "platform/linux/desktop_entry.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/file_manager.h"
 #include "platform/linux/file_uri.h"
 #include "platform/linux/linux_file.h"
@@ -110,7 +111,7 @@ void OpenByVerbOnDesktop(std::string_view path, std::string_view workingFolder) 
 // Wine has a viewer of its own, which its association of such files finds.
 void OpenClassicHelpOnDesktop(std::string_view file) {
   const std::string path = Absolute(file);
-  if (IsFolder(path)) throw RuntimeError::FromErrno(EISDIR, path);
+  if (IsFolder(path)) throw ErrorFromErrno(EISDIR, path);
   const std::string failure = path +
                               " cannot be opened: there is no viewer for help files in the "
                               "classic format, and wine, which has one, is not installed";

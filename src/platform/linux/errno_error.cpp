@@ -49,8 +49,4 @@ RuntimeError ErrorFromErrno(int code, const std::string& subject) {
   return RuntimeError::About(NumberOfErrno(code), subject);
 }
 
-RuntimeError RuntimeError::FromErrno(int code, const std::string& subject) {
-  return ErrorFromErrno(code, subject);
-}
-
 }  // namespace tarvo

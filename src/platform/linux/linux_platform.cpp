@@ -14,6 +14,7 @@
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "platform/linux/desktop.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/findings.h"
 #include "platform/linux/folder_listing.h"
 #include "platform/linux/linux_file.h"
@@ -108,7 +109,7 @@ class LinuxPlatform final : public Platform {
   std::string ProgramFolder() override {
     char path[PATH_MAX];
     const ssize_t size = ::readlink("/proc/self/exe", path, sizeof path);
-    if (size <= 0) throw RuntimeError::FromErrno(errno, "/proc/self/exe");
+    if (size <= 0) throw ErrorFromErrno(errno, "/proc/self/exe");
     return std::string(FolderOf({path, static_cast<std::size_t>(size)}));
   }
 
@@ -162,7 +163,7 @@ class LinuxPlatform final : public Platform {
         ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
     if (file.Get() < 0) throw FileError(errno, reached, path);
     struct stat status;
-    if (::fstat(file.Get(), &status) != 0) throw RuntimeError::FromErrno(errno, std::string(path));
+    if (::fstat(file.Get(), &status) != 0) throw ErrorFromErrno(errno, std::string(path));
     if (S_ISLNK(status.st_mode)) return;
     const mode_t others = status.st_mode & 07777 & ~static_cast<mode_t>(S_IWUSR);
     const mode_t mode = (attributes & kReadOnly) != 0 ? others : others | S_IWUSR;
@@ -170,7 +171,7 @@ class LinuxPlatform final : public Platform {
     if (mode == (status.st_mode & 07777)) return;
     // The descriptor names the file itself, so that nothing put in its place meanwhile is changed.
     const std::string self = "/proc/self/fd/" + std::to_string(file.Get());
-    if (::chmod(self.c_str(), mode) != 0) throw RuntimeError::FromErrno(errno, std::string(path));
+    if (::chmod(self.c_str(), mode) != 0) throw ErrorFromErrno(errno, std::string(path));
   }
 
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {

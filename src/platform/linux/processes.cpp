@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/runtime_error.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/long_path.h"
 #include "platform/linux/wine.h"
 
@@ -121,7 +122,7 @@ RuntimeError StartError(int code, std::string_view program) {
   if (code == ENOENT) {
     return RuntimeError(kFileNotFound, StandardDescription(kFileNotFound) + ": what runs " + name);
   }
-  return RuntimeError::FromErrno(code, name);
+  return ErrorFromErrno(code, name);
 }
 
 // The children that nobody has found ended yet. Only these are looked at, never whatever process

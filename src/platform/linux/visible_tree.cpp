@@ -9,6 +9,7 @@
 
 #include "base/paths.h"
 #include "base/runtime_error.h"
+#include "platform/linux/errno_error.h"
 #include "platform/linux/folder_listing.h"
 #include "platform/linux/long_path.h"
 
@@ -54,7 +55,7 @@ Descriptor Open(std::string_view root, const FolderToCome& folder) {
 
 FileIdentity IdentityOfOpen(const Descriptor& folder) {
   struct stat status;
-  if (::fstat(folder.Get(), &status) != 0) throw RuntimeError::FromErrno(errno);
+  if (::fstat(folder.Get(), &status) != 0) throw ErrorFromErrno(errno);
   return IdentityOf(status);
 }
 
