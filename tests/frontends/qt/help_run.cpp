@@ -16,12 +16,13 @@ std::string HelpRun::WriteHelp(const std::string& content) {
 std::string HelpRun::UsualHelp() {
   const std::string english =
       HelpTopicText("en", "start", "First &amp; <b>foremost", "Begin; data", 1,
-                    "<p>The start. <a href=\"#en-fetch\">On</a> <a href=\"#de-start\">deutsch</a> "
+                    "<p>The start. <a href=\"#en-fetch\">On</a> <a href=\"#de-fetch\">deutsch</a> "
                     "<a href=\"https://tarvo.example/a\">out</a></p>") +
       HelpTopicText("en", "fetch", "Fetching", "Download; data; Énergie", 2,
                     "<p>How to fetch.</p>") +
       HelpTopicText("en", "end", "The end", "closing", 1, "<h3>End</h3><p>It is over.</p>");
-  const std::string german = HelpTopicText("de", "start", "Anfang", "Beginn", 1, "<p>Los.</p>");
+  const std::string german = HelpTopicText("de", "start", "Anfang", "Beginn", 1, "<p>Los.</p>") +
+                             HelpTopicText("de", "fetch", "Holen", "Daten", 2);
   return HelpDocument(HelpSectionText("en", english) + HelpSectionText("de", german));
 }
 
