@@ -237,6 +237,18 @@ class Removing(RemovingCase):
         self.assert_removed(window)
         self.assertEqual(state_below(outside) | state_below(self.folders.drivers / "Other"), before)
 
+    def test_removes_only_the_link_where_the_driver_is_one(self):
+        outside = self.folders.root / "Linked"
+        self.meter.rename(outside)
+        (outside / "locked.csv").write_text("exists nowhere else\n")
+        (outside / "locked.csv").chmod(0o444)
+        self.meter.symlink_to(outside)
+        before = state_below(outside)
+        window = self.open_details()
+        self.remove(window, "Meter", SURE)
+        self.assert_removed(window)
+        self.assertEqual(state_below(outside), before)
+
     def test_does_nothing_on_the_add_driver_item(self):
         before = state_below(self.folders.drivers)
         window = self.open_details()
