@@ -1,17 +1,15 @@
 """Drivers installed from packages: through the Add Driver window, and by a refresh without a window."""
 
 import os
-import pathlib
 import shutil
-import signal
 import unittest
 import zipfile
 
 from accessibility import STATE_FOCUSED, STATE_SELECTED
 from dialogs import texts_of, wait_for_message
+from driver_tools import ToolCase
 from main_window import DETAILS
 from program import BUILD_FOLDER
-from program_test_case import ProgramTestCase
 from waiting import wait_for_equal, wait_until
 
 PACKAGES = BUILD_FOLDER / "examples"
@@ -41,39 +39,10 @@ def tree_below(folder):
             for path in folder.rglob("*")}
 
 
-class AddingCase(ProgramTestCase):
+class AddingCase(ToolCase):
     def setUp(self):
         super().setUp()
         self.folders.data.mkdir(parents=True)
-        self.addCleanup(self.end_tools)
-
-    def processes_below(self, folder):
-        """Identifiers of the processes whose program lies below the folder."""
-        found = []
-        for entry in pathlib.Path("/proc").iterdir():
-            if entry.name.isdigit():
-                try:
-                    program = pathlib.Path(os.readlink(entry / "exe"))
-                except OSError:
-                    continue
-                if program.is_relative_to(folder):
-                    found.append(int(entry.name))
-        return found
-
-    def end_tools(self):
-        """The tools that an install starts outlive the program."""
-
-        def none_left():
-            left = self.processes_below(self.folders.root)
-            for process in left:
-                try:
-                    os.kill(process, signal.SIGKILL)
-                    os.waitpid(process, os.WNOHANG)
-                except (ProcessLookupError, ChildProcessError):
-                    pass  # ended meanwhile, or still the program's child
-            return not left
-
-        wait_until(none_left, "no tool of the test is left")
 
     def put_packages(self, *names):
         for name in names:
@@ -128,16 +97,6 @@ class TheAddDriverWindow(AddingCase):
                           if node.role() in ("push button", "button")
                           and node.name() == "Add Driver"))
 
-    def tool_windows(self, title):
-        """The windows of that title whose program is a tool of this test."""
-        found = []
-        for line in self.session.tool("wmctrl", "-l", "-p", check=False).splitlines():
-            words = line.split(None, 4)
-            if len(words) == 5 and words[4] == title \
-                    and int(words[2]) in self.processes_below(self.folders.drivers):
-                found.append(words[0])
-        return found
-
     def test_installs_packages_by_mouse_and_keyboard_and_the_list_shows_them(self):
         self.put_packages(METER, LOGGER, GAUGE)
         window = self.open_window()
@@ -150,12 +109,11 @@ class TheAddDriverWindow(AddingCase):
         self.keep_screenshot()
         window.click(self.package_item(chooser, METER), times=2)
         title = "Meter - Properties"
-        (properties,) = wait_until(lambda: self.tool_windows(title),
-                                   "the properties tool's window can be seen")
+        properties = self.wait_for_window(title)
         wait_for_equal(["(Add Driver)", "Meter"], lambda: [row[0] for row in window.rows()],
                        "the names in the list")
-        self.session.tool("wmctrl", "-i", "-c", properties)
-        wait_until(lambda: not self.tool_windows(title), "the properties tool's window is gone")
+        self.session.tool("wmctrl", "-i", "-c", str(properties))
+        self.wait_until_window_is_gone(title)
         self.wait_for_versions(METER_VERSIONS)
 
         chooser = self.open_chooser(window)
@@ -176,7 +134,7 @@ class TheAddDriverWindow(AddingCase):
             ("Tide Gauge", "0", "", "", "2.1", "-", "2.1"),
         ])
         # Several at once start no properties tool: its window would keep it running.
-        wait_for_equal([], lambda: self.processes_below(self.folders.drivers), "tools that run")
+        self.wait_until_tools_end(self.folders.drivers)
         for package in (METER, GAUGE):
             folder = self.folders.drivers / package.partition("_")[0]
             self.assertEqual(tree_below(folder), members_of(package) | {"Data": None})

@@ -6,10 +6,11 @@ import pathlib
 import re
 import unittest
 
-from dialogs import dismiss_all, wait_for_message
+from dialogs import dismiss_all, open_dialogs, texts_of, wait_for_message
 from main_window import FILE, VIEW
 from program import dictionary_folder
 from program_test_case import ProgramTestCase
+from waiting import wait_until
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
@@ -26,6 +27,7 @@ TOOLKIT_WORDS = {"yes", "no", "cancel", "apply", "close", "page", "left", "right
 
 OPTIONS_ENTRY = 8
 RENAME_ENTRY = -2
+DELETE_ENTRY = -3
 
 
 def words_of(text):
@@ -123,6 +125,25 @@ class InGerman(ProgramTestCase):
             self.assertTrue(texts & PLACEHOLDERS, texts)
             self.assert_german(texts)
             dismiss_all(window.program)
+
+    def test_the_questions_before_a_removal(self):
+        window = self.open_german_window()
+        window.click(window.item("Q7"))
+        delete = window.entries(FILE)[DELETE_ENTRY]
+        wait_until(delete.is_enabled, "the driver can be deleted")
+        delete.do_action(delete.action_names()[0])
+        for phrases in (("Remove Driver", "Are you sure?"),
+                        ("Removing the driver will also erase these files.", "Are you sure?")):
+            wanted = {german_phrases()[phrase] for phrase in phrases}
+            wait_until(lambda: wanted <= self.lines_shown(window.program), f"{wanted} is asked")
+            wait_for_message(window.program)
+            self.assert_german(self.read_everything(window.program))
+            window.program.press("Return")
+        wait_until(lambda: not (self.folders.drivers / "Q7").exists(), "the driver is removed")
+
+    def lines_shown(self, program):
+        return {line for box in open_dialogs(program)
+                for text in (box.name(), *texts_of(box)) for line in text.splitlines()}
 
     def test_the_settings_keys_keep_the_title(self):
         window = self.open_german_window()
