@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <algorithm>
-#include <cmath>
 
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/text.h"
@@ -27,7 +26,7 @@ void LabelWidget::Sync(const Label& label) {
   const QFont drawn = ToFont(label.Font);
   if (font() != drawn) setFont(drawn);
   // A label that has been measured to its text must not lose the last fraction of a pixel.
-  const int width = static_cast<int>(std::ceil(label.Place.Width / kTwipsPerPixel));
+  const int width = kScale.ToPixelsUp(label.Place.Width);
   resize(std::max(width, 0) + 2, height());
   setWordWrap(height() >= 2 * fontMetrics().height());
   setText(ToLines(label.Caption));

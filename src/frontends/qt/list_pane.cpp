@@ -8,7 +8,6 @@
 #include <QStyledItemDelegate>
 #include <QTextLayout>
 #include <algorithm>
-#include <cmath>
 
 #include "frontends/qt/text.h"
 #include "frontends/qt/twips.h"
@@ -128,7 +127,7 @@ void ListPane::MakeDetails() {
           [this](int section, int, int now) {
             if (!list_ || static_cast<std::size_t>(section) >= list_->ColumnHeaders.size()) return;
             ColumnHeader& column = list_->ColumnHeaders[static_cast<std::size_t>(section)];
-            const auto before = static_cast<int>(std::ceil(column.Width / kTwipsPerPixel));
+            const auto before = kScale.ToPixelsUp(column.Width);
             if (before != now) column.Width = ToTwips(now);
           });
 }
@@ -204,7 +203,7 @@ void ListPane::TakeOverColumns() {
   QHeaderView& header = *details_->header();
   for (int i = 0; i < header.count(); ++i) {
     const float twips = list_->ColumnHeaders[static_cast<std::size_t>(i)].Width;
-    const int width = std::max(0, static_cast<int>(std::ceil(twips / kTwipsPerPixel)));
+    const int width = std::max(0, kScale.ToPixelsUp(twips));
     if (header.sectionSize(i) != width) header.resizeSection(i, width);
   }
 }

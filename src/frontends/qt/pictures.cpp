@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "frontends/common/icon_images.h"
 #include "frontends/qt/text.h"
 
 namespace tarvo::qt {
@@ -35,50 +36,13 @@ QImage ReadOwn(const QString& name, int side) {
   return QImage(best);
 }
 
-// The directory of an icon file.
-struct IconEntry {
-  int number;
-  int width;
-  int bitsPerPixel;
-};
-
-std::vector<IconEntry> IconEntries(const std::string& bytes) {
-  constexpr std::size_t kHeader = 6;
-  constexpr std::size_t kEntry = 16;
-  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
-  std::vector<IconEntry> entries;
-  if (bytes.size() < kHeader) return entries;
-  const int count = byteAt(4) | byteAt(5) << 8;
-  for (int i = 0; i < count; ++i) {
-    const std::size_t at = kHeader + static_cast<std::size_t>(i) * kEntry;
-    if (at + kEntry > bytes.size()) break;
-    const int width = byteAt(at);
-    entries.push_back({i, width == 0 ? 256 : width, byteAt(at + 6) | byteAt(at + 7) << 8});
-  }
-  return entries;
-}
-
-// The most suitable image first: the smallest that is large enough, then ever smaller ones; of the
-// same size the one with most colours.
-void SortBySuitability(std::vector<IconEntry>& entries, int side) {
-  std::stable_sort(entries.begin(), entries.end(), [side](const IconEntry& a, const IconEntry& b) {
-    if (a.width == b.width) return a.bitsPerPixel > b.bitsPerPixel;
-    const bool aSuffices = a.width >= side;
-    const bool bSuffices = b.width >= side;
-    if (aSuffices != bSuffices) return aSuffices;
-    return aSuffices ? a.width < b.width : a.width > b.width;
-  });
-}
-
 QImage ReadFile(const std::string& bytes, int side) {
   QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
   QBuffer buffer(&raw);
   buffer.open(QIODevice::ReadOnly);
   if (raw.startsWith("BM")) return QImageReader(&buffer, "bmp").read();
-  std::vector<IconEntry> entries = IconEntries(bytes);
-  SortBySuitability(entries, side);
   QImageReader reader(&buffer, "ico");
-  for (const IconEntry& entry : entries) {
+  for (const IconImage& entry : ImagesBySuitability(bytes, side)) {
     if (!reader.jumpToImage(entry.number)) continue;
     const QImage image = reader.read();
     if (!image.isNull()) return image;

@@ -4,6 +4,7 @@
 #include <QTextDocument>
 
 #include "base/text.h"
+#include "frontends/common/captions.h"
 
 namespace tarvo::qt {
 
@@ -12,9 +13,7 @@ QString ToText(std::string_view text) {
   return QString::fromUtf8(valid.data(), static_cast<qsizetype>(valid.size()));
 }
 
-QString ToLines(std::string_view text) {
-  return ToText(text).replace("\r\n", "\n").replace('\r', '\n');
-}
+QString ToLines(std::string_view text) { return ToText(WithLineFeeds(text)); }
 
 QString ToCaption(std::string_view caption) {
   // What follows a tab would be drawn as a shortcut.
@@ -22,13 +21,7 @@ QString ToCaption(std::string_view caption) {
 }
 
 QString WithoutAccessKey(std::string_view caption) {
-  const QString text = ToText(caption);
-  QString plain;
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    if (text[i] == '&' && ++i == text.size()) break;
-    plain += text[i];
-  }
-  return plain;
+  return ToText(tarvo::WithoutAccessKey(caption));
 }
 
 QString WithoutMeaning(const QString& text) { return QString(text).replace('&', "&&"); }

@@ -2,27 +2,27 @@
 
 #include <QRect>
 
-#include "forms/control.h"
+#include "frontends/common/twips.h"
 
 namespace tarvo::qt {
 
-// Windows are measured in twips, the screen in logical pixels of 15 twips each. Every conversion
-// between the two is made here.
-inline constexpr float kTwipsPerPixel = 15;
+// The toolkit measures the screen in logical pixels of 15 twips each.
+inline const Scale kScale(96);
 
-float ToTwips(double pixels);
+inline float ToTwips(double pixels) { return kScale.ToTwips(pixels); }
+inline int ToPixels(float twips) { return kScale.ToPixels(twips); }
 
-// The nearest whole number of pixels. Values that no screen can show are cut, and what is no number
-// gives 0.
-int ToPixels(float twips);
-
-// A control's bounds; a negative size counts as 0.
+// A control's bounds.
 QRect ToPixels(const Bounds& place);
 
-// A window's outer bounds, brought to a size that the desktop can show and to a position at which
-// a part of the window's upper edge can be reached.
+// A window's outer bounds, brought to where the desktop can show them.
 QRect OuterPixels(const Bounds& place, const QRect& desktop);
 
-bool operator==(const Bounds& a, const Bounds& b);
+inline QRect ToRect(const PixelBounds& pixels) {
+  return {pixels.left, pixels.top, pixels.width, pixels.height};
+}
+inline PixelBounds ToPixelBounds(const QRect& rect) {
+  return {rect.left(), rect.top(), rect.width(), rect.height()};
+}
 
 }  // namespace tarvo::qt

@@ -23,15 +23,12 @@ bool AreNear(int a, int b) { return std::abs(a - b) <= 1; }
 
 }  // namespace
 
-WindowPlace::WindowPlace(QWidget& window, Form& form) : window_(window), form_(form) {
+WindowPlace::WindowPlace(QWidget& window, Form& form)
+    : window_(window), form_(form), kept_(form.Place) {
   margins_ = LastFrame();
   timer_.setSingleShot(true);
   timer_.setInterval(kSettlingTime);
   connect(&timer_, &QTimer::timeout, this, [this] { FinishSettling(); });
-}
-
-WindowPlace::Pixels WindowPlace::PixelsOf(const QRect& rect) {
-  return {rect.left(), rect.top(), rect.width(), rect.height()};
 }
 
 QMargins WindowPlace::Margins() const {
@@ -42,10 +39,10 @@ QMargins WindowPlace::Margins() const {
 QRect WindowPlace::Outer() const { return window_.windowHandle()->frameGeometry(); }
 
 void WindowPlace::Apply() {
-  known_ = assigned_ = form_.Place;
-  if (form_.State == WindowState::kMaximised) return;
+  wasApplied_ = true;
+  if (form_.State == WindowState::kMaximised) return kept_.Applied(kept_.Expected());
   const QRect outer = OuterPixels(form_.Place, QGuiApplication::primaryScreen()->virtualGeometry());
-  applied_ = exact_ = PixelsOf(outer);
+  kept_.Applied(ToPixelBounds(outer));
   settling_ = true;
   repeats_ = window_.isVisible() ? kRepeats : 0;
   if (window_.isVisible()) timer_.start();
@@ -56,16 +53,17 @@ void WindowPlace::Apply() {
 void WindowPlace::ApplySize() { window_.resize(InnerSize()); }
 
 QSize WindowPlace::InnerSize() const {
-  Pixels outer = applied_;
+  QRect outer = ToRect(kept_.Expected());
   if (IsAssigned()) {
-    outer = PixelsOf(OuterPixels(form_.Place, QGuiApplication::primaryScreen()->virtualGeometry()));
+    outer = OuterPixels(form_.Place, QGuiApplication::primaryScreen()->virtualGeometry());
   }
-  return QSize(outer.width, outer.height).shrunkBy(Margins()).expandedTo({1, 1});
+  return outer.size().shrunkBy(Margins()).expandedTo({1, 1});
 }
 
 void WindowPlace::Observe() {
   QWindow* const handle = window_.windowHandle();
-  if (!handle || !window_.isVisible() || !known_ || form_.State == WindowState::kMinimised) return;
+  if (!handle || !window_.isVisible() || !wasApplied_ || form_.State == WindowState::kMinimised)
+    return;
   handle->installEventFilter(this);
   const QMargins margins = Margins();
   if (form_.State == WindowState::kMaximised) {
@@ -92,17 +90,19 @@ void WindowPlace::ObserveFrame(const QMargins& margins) {
 
 void WindowPlace::ObserveBounds(const QRect& outer) {
   if (!settling_) return TakeOver(outer);
-  const Pixels now = PixelsOf(outer);
-  const bool asApplied = AreNear(now.left, applied_.left) && AreNear(now.top, applied_.top) &&
-                         AreNear(now.width, applied_.width) && AreNear(now.height, applied_.height);
+  const PixelBounds now = ToPixelBounds(outer);
+  const PixelBounds& applied = kept_.Expected();
+  const bool asApplied = AreNear(now.left, applied.left) && AreNear(now.top, applied.top) &&
+                         AreNear(now.width, applied.width) && AreNear(now.height, applied.height);
   if (asApplied && !margins_.isNull()) return Settle();
   if (!timer_.isActive()) timer_.start();
 }
 
 void WindowPlace::FinishSettling() {
   if (!settling_ || !window_.isVisible()) return;
-  const Pixels now = PixelsOf(Outer());
-  const bool sized = AreNear(now.width, applied_.width) && AreNear(now.height, applied_.height);
+  const PixelBounds now = ToPixelBounds(Outer());
+  const PixelBounds& applied = kept_.Expected();
+  const bool sized = AreNear(now.width, applied.width) && AreNear(now.height, applied.height);
   if (sized || repeats_ == 0) return Settle();
   --repeats_;
   timer_.start();
@@ -113,24 +113,11 @@ void WindowPlace::FinishSettling() {
 void WindowPlace::Settle() {
   settling_ = false;
   timer_.stop();
-  applied_ = exact_ = PixelsOf(Outer());
+  kept_.Settled(ToPixelBounds(Outer()));
 }
 
 void WindowPlace::TakeOver(const QRect& outer) {
-  const Pixels now = PixelsOf(outer);
-  TakeOver(now.left, applied_.left, exact_.left, assigned_.Left, form_.Place.Left);
-  TakeOver(now.top, applied_.top, exact_.top, assigned_.Top, form_.Place.Top);
-  TakeOver(now.width, applied_.width, exact_.width, assigned_.Width, form_.Place.Width);
-  TakeOver(now.height, applied_.height, exact_.height, assigned_.Height, form_.Place.Height);
-  known_ = form_.Place;
-}
-
-// A bound that has come back to the pixels of the assigned value gets exactly that value again, so
-// that maximising and restoring a window changes nothing.
-void WindowPlace::TakeOver(int pixels, int& applied, int exact, float assigned, float& place) {
-  if (pixels == applied) return;
-  applied = pixels;
-  place = pixels == exact ? assigned : ToTwips(pixels);
+  kept_.Observed(ToPixelBounds(outer), kScale, kScale);
 }
 
 }  // namespace tarvo::qt

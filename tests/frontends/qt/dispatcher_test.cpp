@@ -46,17 +46,8 @@ TEST(KeyCodesTest, KeysHaveTheirClassicCodes) {
   EXPECT_EQ(ClassicKeyCode(Qt::Key_LaunchMail, false), 0);
 }
 
-TEST(DrawnTextTest, ACarriageReturnIsALineBreak) {
-  EXPECT_EQ(ToLines("a\rb\r\nc\nd"), "a\nb\nc\nd");
-}
-
 TEST(DrawnTextTest, BytesThatAreNoTextAreDrawnAsReplacements) {
   EXPECT_EQ(ToText("a\xff"), QString("a") + QChar(0xfffd));
-}
-
-TEST(DrawnTextTest, AccessKeysAreTakenOutOfNames) {
-  EXPECT_EQ(WithoutAccessKey("Do&wnload"), "Download");
-  EXPECT_EQ(WithoutAccessKey("R&&D &x&"), "R&D x");
 }
 
 TEST(DrawnTextTest, AToolTipThatLooksLikeMarkupIsShownLiterally) {

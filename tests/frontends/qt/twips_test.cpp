@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace tarvo::qt {
 namespace {
 
@@ -12,21 +10,6 @@ constexpr QRect kDesktop(0, 0, 1000, 800);
 TEST(TwipsTest, FifteenTwipsAreAPixel) {
   EXPECT_EQ(ToPixels(1500.0F), 100);
   EXPECT_EQ(ToTwips(100), 1500);
-}
-
-TEST(TwipsTest, ATwipsValueBecomesTheNearestPixel) {
-  EXPECT_EQ(ToPixels(1000.0F), 67);
-  EXPECT_EQ(ToPixels(-8.0F), -1);
-}
-
-TEST(TwipsTest, AbsurdValuesAreCut) {
-  EXPECT_EQ(ToPixels(1e30F), 32767);
-  EXPECT_EQ(ToPixels(-1e30F), -32767);
-  EXPECT_EQ(ToPixels(std::numeric_limits<float>::quiet_NaN()), 0);
-}
-
-TEST(TwipsTest, ANegativeSizeIsNone) {
-  EXPECT_EQ(ToPixels(Bounds{0, 0, -150, -150}).size(), QSize(0, 0));
 }
 
 TEST(TwipsTest, AWindowIsNotLargerThanTheDesktop) {
