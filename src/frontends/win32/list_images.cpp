@@ -1,0 +1,24 @@
+#include "frontends/win32/list_images.h"
+
+#include "frontends/win32/pictures.h"
+
+namespace tarvo::win32 {
+namespace {
+
+constexpr int kMoreAtATime = 32;
+
+}  // namespace
+
+ListImages::ListImages(int side, unsigned dotsPerInch)
+    : side_(side),
+      dotsPerInch_(dotsPerInch),
+      images_(ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 0, kMoreAtATime)) {}
+
+int ListImages::IndexOf(const PicturePointer& picture) {
+  const auto known = indexes_.find(picture);
+  if (known != indexes_.end()) return known->second;
+  const IconHandle icon = MakeIcon(Drawn(picture.get(), side_, dotsPerInch_));
+  return indexes_[picture] = ImageList_ReplaceIcon(images_.Get(), -1, icon.Get());
+}
+
+}  // namespace tarvo::win32
