@@ -69,7 +69,7 @@ void DriversWindow::Sync() {
   FormWindow::Sync();
   if (menus_.Sync()) DrawMenuBar(Window());
   toolbar_.Sync(WithoutAccessKey(state_.mnuViewToolbar.Caption));
-  statusBar_.Sync(WithoutAccessKey(state_.mnuViewStatusBar.Caption));
+  statusBar_.Sync();
   list_.Sync(state_.Caption);
   toolTips_.Set(list_.Window(), state_.lvListView.ToolTipText);
   toolTips_.Set(statusBar_.Window(), state_.sbStatusBar.ToolTipText);
@@ -125,7 +125,7 @@ SIZE DriversWindow::InnerSize() {
 void DriversWindow::PlaceControls() {
   if (IsIconic(Window())) return;
   const SIZE inner = InnerSize();
-  PlaceChild(toolbar_.Window(), {0, 0, inner.cx, toolbar_.Height()});
+  PlaceChild(toolbar_.Window(), toolbar_.PlaceIn(inner.cx));
   const int height = statusBar_.Height();
   PlaceChild(statusBar_.Window(), {0, inner.cy - height, inner.cx, height});
   statusBar_.PlacePanels();

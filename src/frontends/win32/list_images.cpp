@@ -9,15 +9,17 @@ constexpr int kMoreAtATime = 32;
 
 }  // namespace
 
-ListImages::ListImages(int side, unsigned dotsPerInch)
+ListImages::ListImages(int side, SIZE cell, unsigned dotsPerInch)
     : side_(side),
+      cell_(cell),
       dotsPerInch_(dotsPerInch),
-      images_(ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 0, kMoreAtATime)) {}
+      images_(ImageList_Create(cell.cx, cell.cy, ILC_COLOR32 | ILC_MASK, 0, kMoreAtATime)) {}
 
 int ListImages::IndexOf(const PicturePointer& picture) {
   const auto known = indexes_.find(picture);
   if (known != indexes_.end()) return known->second;
-  const IconHandle icon = MakeIcon(Drawn(picture.get(), side_, dotsPerInch_));
+  const Pixels drawn = Drawn(picture.get(), side_, dotsPerInch_);
+  const IconHandle icon = MakeIcon(Fitted(drawn, cell_.cx, cell_.cy, 1));
   return indexes_[picture] = ImageList_ReplaceIcon(images_.Get(), -1, icon.Get());
 }
 

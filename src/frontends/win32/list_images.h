@@ -11,17 +11,17 @@ namespace tarvo::win32 {
 // decoded when it is first asked for.
 class ListImages {
  public:
-  // `side` in pixels of a screen of that many dots per inch.
-  ListImages(int side, unsigned dotsPerInch);
+  // Pictures of `side` pixels on a screen of that many dots per inch, each in the middle of a cell.
+  ListImages(int side, SIZE cell, unsigned dotsPerInch);
 
   HIMAGELIST Get() const { return images_.Get(); }
-  int Side() const { return side_; }
 
   // The index of a picture in the system's list.
   int IndexOf(const PicturePointer& picture);
 
  private:
   int side_;
+  SIZE cell_;
   unsigned dotsPerInch_;
   ImagesHandle images_;
   std::map<PicturePointer, int> indexes_;

@@ -18,6 +18,8 @@ constexpr DWORD kStyle = WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | LVS_SINGLES
 // In pixels at the standard resolution.
 constexpr int kLargeIcon = 48;
 constexpr int kSmallIcon = 16;
+constexpr int kBesideSmallIcon = 2;
+constexpr int kAboveSmallIcon = 1;
 constexpr int kLargeCellWidth = 104;
 constexpr int kLargeCellMargins = 16;
 constexpr int kSmallMargins = 20;
@@ -57,8 +59,12 @@ void ListPane::AddColumns() {
 void ListPane::SetDotsPerInch(unsigned dotsPerInch, HFONT font) {
   dotsPerInch_ = dotsPerInch;
   font_ = font;
-  auto large = std::make_unique<ListImages>(At(dotsPerInch, kLargeIcon), dotsPerInch);
-  auto smaller = std::make_unique<ListImages>(At(dotsPerInch, kSmallIcon), dotsPerInch);
+  const int largeSide = At(dotsPerInch, kLargeIcon);
+  const int smallSide = At(dotsPerInch, kSmallIcon);
+  const SIZE smallCell{smallSide + 2 * At(dotsPerInch, kBesideSmallIcon),
+                       smallSide + 2 * At(dotsPerInch, kAboveSmallIcon)};
+  auto large = std::make_unique<ListImages>(largeSide, SIZE{largeSide, largeSide}, dotsPerInch);
+  auto smaller = std::make_unique<ListImages>(smallSide, smallCell, dotsPerInch);
   Send(LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(large->Get()));
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(smaller->Get()));
   large_ = std::move(large);
@@ -101,9 +107,16 @@ void ListPane::TakeOverItems() {
     InvalidateRect(window_, nullptr, TRUE);
     return;
   }
-  Send(WM_SETREDRAW, FALSE);
+  BeginChanges();
   FillItems();
   if (view_ != kDetails && view_ >= 0) ArrangeIcons();
+  EndChanges();
+}
+
+void ListPane::BeginChanges() { Send(WM_SETREDRAW, FALSE); }
+
+// Only now the control gives itself the scroll bars that it needs.
+void ListPane::EndChanges() {
   Send(WM_SETREDRAW, TRUE);
   InvalidateRect(window_, nullptr, TRUE);
 }
@@ -131,12 +144,14 @@ void ListPane::FillItems() {
 void ListPane::TakeOverView() {
   if (view_ == list_->View()) return;
   view_ = list_->View();
+  BeginChanges();
   Send(LVM_SETVIEW, kViews[view_]);
   if (view_ == kDetails) {
     for (ColumnHeader& column : columns_) column.Width = -1;
   } else {
     ArrangeIcons();
   }
+  EndChanges();
   const ListItem* const selected = list_->SelectedItem();
   if (selected) Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list_->PositionOf(*selected)), FALSE);
 }

@@ -43,6 +43,8 @@ class ListPane : private ListGestures {
   void AddColumns();
   void TakeOverItems();
   void FillItems();
+  void BeginChanges();
+  void EndChanges();
   void TakeOverView();
   void ArrangeIcons();
   int SmallItemWidth() const;

@@ -1,5 +1,6 @@
 #include "frontends/win32/pictures.h"
 
+#include <cstring>
 #include <string>
 
 #include "frontends/common/icon_images.h"
@@ -68,6 +69,33 @@ Pixels DecodeImage(std::string_view bytes) {
   return PixelsOf(icon.Get());
 }
 
+// Bitmaps with masks for the colours may have one for alpha too (BITMAPV3INFOHEADER and later). The
+// system does not draw by it.
+void TakeAlphaFromFile(Pixels& pixels, const std::string& bytes) {
+  constexpr std::size_t kAlphaMask = sizeof(BITMAPFILEHEADER) + 52;
+  const auto& file = *reinterpret_cast<const BITMAPFILEHEADER*>(bytes.data());
+  const auto& info =
+      *reinterpret_cast<const BITMAPINFOHEADER*>(bytes.data() + sizeof(BITMAPFILEHEADER));
+  const bool mayHaveAlpha =
+      info.biSize >= 56 && info.biCompression == BI_BITFIELDS && info.biBitCount == 32;
+  std::uint32_t mask = 0;
+  if (mayHaveAlpha) std::memcpy(&mask, bytes.data() + kAlphaMask, sizeof mask);
+  for (int y = 0; y < pixels.height; ++y) {
+    const auto row = static_cast<std::size_t>(info.biHeight < 0 ? y : pixels.height - 1 - y);
+    const char* const values =
+        bytes.data() + file.bfOffBits + row * static_cast<std::size_t>(pixels.width) * 4;
+    for (int x = 0; x < pixels.width; ++x) {
+      std::uint32_t alpha = 255;
+      if (mask != 0) {
+        std::uint32_t value = 0;
+        std::memcpy(&value, values + static_cast<std::ptrdiff_t>(x) * 4, sizeof value);
+        alpha = static_cast<std::uint32_t>((value & mask) * std::uint64_t{255} / mask);
+      }
+      pixels.At(x, y) = (pixels.At(x, y) & 0xFFFFFFU) | alpha << 24;
+    }
+  }
+}
+
 // The bytes have been judged readable (IsReadablePicture): every part lies inside them.
 Pixels DecodeBitmapFile(const std::string& bytes) {
   const auto& file = *reinterpret_cast<const BITMAPFILEHEADER*>(bytes.data());
@@ -87,7 +115,7 @@ Pixels DecodeBitmapFile(const std::string& bytes) {
     GdiFlush();
   }
   Pixels pixels = PixelsOf(bitmap.Get());
-  for (std::uint32_t& value : pixels.values) value |= 0xFF000000U;
+  if (!pixels.IsEmpty()) TakeAlphaFromFile(pixels, bytes);
   return pixels;
 }
 

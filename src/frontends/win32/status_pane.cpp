@@ -54,8 +54,7 @@ void StatusPane::SetTextFont(HFONT font) {
   PlacePanels();
 }
 
-void StatusPane::Sync(std::string_view name) {
-  SetText(window_, Wide(name));
+void StatusPane::Sync() {
   ShowChild(window_, statusBar_.Visible);
   std::vector<std::wstring> texts;
   for (const StatusPanel& panel : statusBar_.Panels) texts.push_back(PanelText(panel));

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "forms/controls.h"
 #include "frontends/win32/system.h"
-#include "frontends/win32/tool_tips.h"
 
 namespace tarvo::win32 {
 
@@ -20,7 +19,7 @@ class StatusPane {
   int Height() const;
 
   void SetTextFont(HFONT font);
-  void Sync(std::string_view name);
+  void Sync();
 
   // To be called when the bar has got another width.
   void PlacePanels();

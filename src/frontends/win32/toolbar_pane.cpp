@@ -1,5 +1,7 @@
 #include "frontends/win32/toolbar_pane.h"
 
+#include <algorithm>
+
 #include "frontends/win32/child_window.h"
 #include "frontends/win32/pictures.h"
 #include "frontends/win32/text.h"
@@ -10,7 +12,7 @@ namespace {
 
 constexpr int kToolIcon = 24;  // pixels at the standard resolution, as all of these
 constexpr int kButtonPadding = 10;
-constexpr int kBarMargin = 2;  // above and below the buttons
+constexpr int kBarMargin = 3;  // around the buttons
 constexpr int kFirstCommand = 500;
 
 constexpr DWORD kStyle = WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
@@ -72,6 +74,11 @@ void ToolbarPane::Add(std::size_t number) {
 
 int ToolbarPane::Height() const {
   return HIWORD(Send(TB_GETBUTTONSIZE)) + 2 * At(dotsPerInch_, kBarMargin);
+}
+
+PixelBounds ToolbarPane::PlaceIn(int width) const {
+  const int margin = At(dotsPerInch_, kBarMargin);
+  return {margin, margin, std::max(0, width - 2 * margin), Height() - 2 * margin};
 }
 
 void ToolbarPane::Sync(std::string_view name) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/controls.h"
+#include "frontends/common/twips.h"
 #include "frontends/win32/event_loop.h"
 #include "frontends/win32/handles.h"
 #include "frontends/win32/message_hook.h"
@@ -19,8 +20,11 @@ class ToolbarPane {
 
   HWND Window() const { return window_; }
 
-  // Height in pixels, visible or not.
+  // Height in pixels, margins included, visible or not.
   int Height() const;
+
+  // Where the bar stands in a window of that width: inside its margins.
+  PixelBounds PlaceIn(int width) const;
 
   // `name` is what the bar is called in the user's language.
   void Sync(std::string_view name);
