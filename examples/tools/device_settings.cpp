@@ -6,8 +6,6 @@ namespace tarvo::tools {
 
 namespace {
 
-constexpr int kMinutesPerDay = 1440;
-
 std::string ChosenKey(const Tool& tool, const char* name) {
   return "tarvo.settings_" + tool.DriverName() + name;
 }
@@ -19,7 +17,8 @@ std::string IntervalKeyOfDevice(const Tool& tool) {
 int StoredInterval(Tool& tool, const std::string& key) {
   double interval = 0;
   const bool isNumber = ReadNumber(tool.Settings().GetSetting(key, ""), ".", interval);
-  if (!isNumber || !(interval >= 1 && interval <= kMinutesPerDay)) return DeviceSettings{}.interval;
+  if (!isNumber || !(interval >= kShortestInterval && interval <= kLongestInterval))
+    return DeviceSettings{}.interval;
   return static_cast<int>(interval);
 }
 

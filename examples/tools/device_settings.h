@@ -1,17 +1,25 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "tools/tool.h"
 
 namespace tarvo::tools {
+
+// What the properties window offers and allows.
+inline constexpr std::array<std::string_view, 5> kPorts{"COM1", "COM2", "COM3", "COM4", "USB"};
+inline constexpr int kLongestSite = 60;      // characters
+inline constexpr int kShortestInterval = 1;  // minutes
+inline constexpr int kLongestInterval = 1440;
 
 // What the user chooses in the properties window, kept per driver under "tarvo.settings_" + driver
 // + "_PORT", "_SITE" and "_INTERVAL".
 struct DeviceSettings {
   std::string port = "COM1";
   std::string site;   // "" when the device has no place of its own
-  int interval = 30;  // minutes between two readings, 1 to 1440
+  int interval = 30;  // minutes between two readings
 
   bool operator==(const DeviceSettings&) const = default;
 };

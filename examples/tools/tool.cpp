@@ -1,10 +1,10 @@
 #include "tools/tool.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <random>
-#include <sstream>
 #include <thread>
 #include <utility>
 
@@ -31,8 +31,11 @@ void PauseForOthers() {
 std::vector<std::string> Arguments(int argc, char** argv) {
   std::vector<std::string> arguments;
   if (const char* words = std::getenv(kOptionsVariable)) {
-    std::istringstream stream(words);
-    for (std::string word; stream >> word;) arguments.push_back(word);
+    for (std::string_view rest = words; !rest.empty();) {
+      const std::string_view word = rest.substr(0, rest.find(' '));
+      if (!word.empty()) arguments.emplace_back(word);
+      rest.remove_prefix(std::min(word.size() + 1, rest.size()));
+    }
   }
   for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
   return arguments;
@@ -89,9 +92,10 @@ std::optional<ToolOptions> ReadOptions(const std::vector<std::string>& arguments
 
 int RunTool(std::string_view versionSuffix, int argc, char** argv,
             const std::function<int(Tool&, const ToolOptions&)>& showWindow) {
+  const std::string program(FileNameOf(argv[0]));
   const auto options = ReadOptions(Arguments(argc, argv));
   if (!options) {
-    std::cerr << "Usage: " << FileNameOf(argv[0]) << " [/v] [--seconds N] [--fail] [--close]\n";
+    std::fprintf(stderr, "Usage: %s [/v] [--seconds N] [--fail] [--close]\n", program.c_str());
     return 2;
   }
   try {
@@ -100,7 +104,7 @@ int RunTool(std::string_view versionSuffix, int argc, char** argv,
     tool.RecordVersion(versionSuffix, PauseForOthers);
     return 0;
   } catch (const RuntimeError& error) {
-    std::cerr << FileNameOf(argv[0]) << ": " << error.Description() << '\n';
+    std::fprintf(stderr, "%s: %s\n", program.c_str(), error.Description().c_str());
     return 1;
   }
 }

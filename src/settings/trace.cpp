@@ -1,12 +1,12 @@
 #include "settings/trace.h"
 
-#include <iostream>
+#include <cstdio>
 
 namespace tarvo {
 
 void Trace([[maybe_unused]] std::string_view text) {
 #ifndef NDEBUG
-  std::cerr << text << '\n';
+  std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
 #endif
 }
 

@@ -122,6 +122,20 @@ class Versions(ToolTestCase):
 class Install(ToolTestCase):
     """All packages through Tarvo itself, without a window."""
 
+    def setUp(self):
+        super().setUp()
+        # Goes before the folder: tools look at the settings file once more after they have written it.
+        self.addCleanup(wait_until, lambda: not self.tools_run(), "no tool runs")
+
+    def tools_run(self):
+        for process in pathlib.Path("/proc").glob("[0-9]*/exe"):
+            try:
+                if process.readlink().is_relative_to(self.folder):
+                    return True
+            except OSError:
+                pass  # it has ended
+        return False
+
     def ctl(self, *arguments):
         return subprocess.run(
             [os.environ["TARVO_CTL"], *arguments], cwd=self.drivers.parent, env=self.environment,

@@ -13,8 +13,8 @@
 #include "tool_fixture.h"
 #include "tools/device_settings.h"
 #include "tools/download.h"
-#include "tools/properties_window.h"
-#include "tools/transfer_window.h"
+#include "tools/qt/properties_window.h"
+#include "tools/qt/transfer_window.h"
 
 namespace tarvo::tools {
 namespace {

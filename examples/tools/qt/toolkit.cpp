@@ -1,4 +1,4 @@
-#include "tools/toolkit.h"
+#include "tools/qt/toolkit.h"
 
 #include <QWidget>
 
@@ -22,8 +22,8 @@ void Toolkit::Run(QWidget& window) {
   QApplication::exec();
 }
 
-QString WindowTitle(const Tool& tool, const char* toolTitle) {
-  return QString::fromStdString(tool.DriverName()) + " - " + toolTitle;
+QString TextOf(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace tarvo::tools

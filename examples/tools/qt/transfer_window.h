@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "tools/tool.h"
 #include "tools/transfer.h"
@@ -13,8 +12,7 @@ class QTimer;
 
 namespace tarvo::tools {
 
-// Shows a transfer and drives it by a timer. It closes by itself when all went well; after a
-// failure it stays with the reason until it is closed. Closing it earlier cancels the transfer.
+// The window of ShowTransfer.
 class TransferWindow : public QWidget {
  public:
   TransferWindow(Transfer& transfer, const QString& title, const ToolOptions& options);
@@ -34,10 +32,5 @@ class TransferWindow : public QWidget {
   QPushButton* cmdClose_;
   QTimer* timer_;
 };
-
-// Runs a transfer in a window of its own, from the toolkit's start to its end; the exit code: 0
-// when it succeeded, otherwise 1.
-int ShowTransfer(Tool& tool, const char* toolTitle, const ToolOptions& options,
-                 const std::function<std::unique_ptr<Transfer>()>& makeTransfer);
 
 }  // namespace tarvo::tools

@@ -2,8 +2,7 @@
 
 #include <QApplication>
 #include <memory>
-
-#include "tools/tool.h"
+#include <string_view>
 
 namespace tarvo::tools {
 
@@ -22,7 +21,6 @@ class Toolkit {
   std::unique_ptr<QApplication> application_;
 };
 
-// "Meter - Download".
-QString WindowTitle(const Tool& tool, const char* toolTitle);
+QString TextOf(std::string_view text);
 
 }  // namespace tarvo::tools

@@ -1,4 +1,4 @@
-#include "tools/transfer_window.h"
+#include "tools/qt/transfer_window.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -7,7 +7,9 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "tools/toolkit.h"
+#include "tools/qt/toolkit.h"
+#include "tools/tool_windows.h"
+#include "tools/window_texts.h"
 
 namespace tarvo::tools {
 
@@ -16,7 +18,7 @@ TransferWindow::TransferWindow(Transfer& transfer, const QString& title, const T
       closes_(options.closes),
       lblActivity_(new QLabel(this)),
       pbTransfer_(new QProgressBar(this)),
-      cmdClose_(new QPushButton("Cancel", this)),
+      cmdClose_(new QPushButton(TextOf(texts::kCancel), this)),
       timer_(new QTimer(this)) {
   setWindowTitle(title);
   lblActivity_->setObjectName("lblActivity");
@@ -50,15 +52,15 @@ void TransferWindow::Step() {
   lblActivity_->setText(QString::fromStdString(course_.Message()));
   if (course_.Now() == TransferCourse::State::kRunning) return;
   timer_->stop();
-  cmdClose_->setText("Close");
+  cmdClose_->setText(TextOf(texts::kClose));
   if (Succeeded() || closes_) close();
 }
 
-int ShowTransfer(Tool& tool, const char* toolTitle, const ToolOptions& options,
+int ShowTransfer(Tool& tool, std::string_view toolTitle, const ToolOptions& options,
                  const std::function<std::unique_ptr<Transfer>()>& makeTransfer) {
   Toolkit toolkit;
   const auto transfer = makeTransfer();
-  TransferWindow window(*transfer, WindowTitle(tool, toolTitle), options);
+  TransferWindow window(*transfer, TextOf(texts::WindowTitle(tool, toolTitle)), options);
   toolkit.Run(window);
   return window.Succeeded() ? 0 : 1;
 }

@@ -10,7 +10,7 @@ class QSpinBox;
 
 namespace tarvo::tools {
 
-// The driver's own settings. "OK" stores them, "Cancel" and the close box leave them as they were.
+// The window of ShowProperties.
 class PropertiesWindow : public QDialog {
  public:
   explicit PropertiesWindow(Tool& tool);
