@@ -33,7 +33,8 @@ endfunction()
 
 # tarvo_test(NAME SOURCES file... LINKS library...)
 # A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case, in a sanitizer
-# build asan.NAME.Suite.Case, because one run of the test runner may cover several builds.
+# build asan.NAME.Suite.Case, because one run of the test runner may cover several builds. For Windows
+# the program is one test, windows.NAME: each start of a program costs much there.
 if(TARVO_SANITIZE)
   set(TARVO_TEST_PREFIX asan.)
 endif()
@@ -48,6 +49,10 @@ function(tarvo_test name)
                                              GTest::gmock_main)
   set_target_properties(${name}_test PROPERTIES
                         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-  gtest_discover_tests(${name}_test TEST_PREFIX ${TARVO_TEST_PREFIX}${name}. DISCOVERY_MODE PRE_TEST
-                       PROPERTIES TIMEOUT 120)
+  if(WIN32)
+    tarvo_windows_test(${name} ${name}_test)
+  else()
+    gtest_discover_tests(${name}_test TEST_PREFIX ${TARVO_TEST_PREFIX}${name}.
+                         DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+  endif()
 endfunction()

@@ -51,3 +51,13 @@ kTestPackages=(
   unzip
   zip
 )
+
+# Building for Windows: the cross compiler and zlib for it, the sources of GoogleTest, which is built for
+# Windows, too, and what runs the tests.
+kWindowsPackages=(
+  g++-mingw-w64-x86-64-posix
+  googletest
+  libz-mingw-w64-dev
+  wine
+  wine64
+)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -244,7 +245,7 @@ TEST(ChangeToFolder, EntersARealFolderInAnyLetterCase) {
   folder.MakeFolder("Data");
   const Library library(SystemPlatform());
   library.ChangeToFolder(folder / "data");
-  EXPECT_EQ(SystemPlatform().CurrentFolder(), folder / "Data");
+  EXPECT_TRUE(std::filesystem::equivalent(SystemPlatform().CurrentFolder(), folder / "Data"));
   library.ChangeToFolder("..");
   EXPECT_EQ(SystemPlatform().CurrentFolder(), folder.Path());
 }

@@ -8,6 +8,7 @@
 
 #include "base/runtime_error.h"
 #include "error_of.h"
+#include "platform/forwarding_platform.h"
 #include "support/made_help.h"
 #include "support/temporary_folder.h"
 
@@ -235,11 +236,28 @@ TEST(HelpFile, AMissingFileAndAFolderAreErrorsOfTheirOwn) {
             kPathFileAccessError);
 }
 
+class HugeFile : public File {
+ public:
+  std::uint64_t Size() override { return std::uint64_t{1} << 40; }
+  std::string ReadAt(std::uint64_t, std::size_t) override {
+    ADD_FAILURE() << "it is read";
+    return {};
+  }
+  void WriteAt(std::uint64_t, std::string_view) override {}
+};
+
 TEST(HelpFile, AHugeFileIsRefusedUnread) {
+  class HugeFiles : public ForwardingPlatform {
+   public:
+    HugeFiles() : ForwardingPlatform(SystemPlatform()) {}
+    std::unique_ptr<File> OpenFile(std::string_view, OpenFor) override {
+      return std::make_unique<HugeFile>();
+    }
+  };
+  HugeFiles platform;
   const TemporaryFolder folder;
   const std::string path = folder.WriteFile("TARVO.HLP", "");
-  std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
-  EXPECT_EQ(ErrorOf([&] { ReadHelpFile(SystemPlatform(), path); }), kInvalidFileFormat);
+  EXPECT_EQ(ErrorOf([&] { ReadHelpFile(platform, path); }), kInvalidFileFormat);
 }
 
 // The help of the build.

@@ -1,7 +1,6 @@
 #include "forms/load_picture.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -87,17 +86,6 @@ TEST_F(LoadPictureTest, RefusesATooLargeFileWithoutReadingIt) {
   std::filesystem::resize_file(folder / "huge.BMP", kMaxPictureBytes);
   EXPECT_EQ(ErrorOfLoading("huge.BMP"), 0);
   EXPECT_EQ(platform.bytesRead, kMaxPictureBytes);
-}
-
-TEST_F(LoadPictureTest, DoesNotWaitAtAPipeOrAFolderInTheFilesPlace) {
-  ASSERT_EQ(::mkfifo((folder / "pipe.ICO").c_str(), 0666), 0);
-  folder.MakeFolder("folder.ICO");
-  std::filesystem::create_symlink("/dev/zero", folder / "device.ICO");
-  std::filesystem::create_symlink("circle.ICO", folder / "circle.ICO");
-  EXPECT_EQ(ErrorOfLoading("pipe.ICO"), 75);
-  EXPECT_EQ(ErrorOfLoading("folder.ICO"), 75);
-  EXPECT_EQ(ErrorOfLoading("device.ICO"), 75);
-  EXPECT_EQ(ErrorOfLoading("circle.ICO"), 76);
 }
 
 TEST(OwnIcon, IsKnownByItsName) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 
+#include "base/paths.h"
 #include "base/runtime_error.h"
 #include "platform/platform.h"
 #include "support/temporary_folder.h"
@@ -40,6 +42,12 @@ inline int ErrorOf(const std::function<void()>& step) {
     return error.Number();
   }
   return 0;
+}
+
+// A path with the system's separator for each "/".
+inline std::string InSystemForm(std::string path) {
+  std::replace(path.begin(), path.end(), '/', kSeparator);
+  return path;
 }
 
 }  // namespace tarvo::test

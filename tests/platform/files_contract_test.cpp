@@ -1,11 +1,5 @@
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <filesystem>
 
-#include "child_process.h"
 #include "contract.h"
 
 namespace tarvo::test {
@@ -46,34 +40,11 @@ TEST_P(PlatformContract, AnExistingFileIsKeptWhenOpened) {
   EXPECT_EQ(folder.ReadFile("store"), "content");
 }
 
-TEST_P(PlatformContract, NamesOfFilesAreTakenExactly) {
-  folder.WriteFile("driver.inf");
-  EXPECT_EQ(ErrorOf([&] { platform.OpenFile("Driver.inf", OpenFor::kReading); }), 53);
-}
-
 TEST_P(PlatformContract, AFolderIsNoFile) {
   folder.MakeFolder("Data");
   for (const OpenFor use : kBothUses) {
     EXPECT_EQ(ErrorOf([&] { platform.OpenFile("Data", use); }), 75);
   }
-}
-
-TEST_P(PlatformContract, APipeOrADeviceIsRefusedWithoutWaiting) {
-  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0666), 0);
-  for (const OpenFor use : kBothUses) {
-    EXPECT_EQ(ErrorOf([&] { platform.OpenFile("pipe", use); }), 75);
-    EXPECT_EQ(ErrorOf([&] { platform.OpenFile("/dev/null", use); }), 75);
-  }
-}
-
-TEST_P(PlatformContract, LinksToFilesAreFollowed) {
-  folder.WriteFile("real", "abc");
-  fs::create_symlink("real", folder / "link");
-  fs::create_symlink("gone", folder / "broken");
-  fs::create_symlink("circle", folder / "circle");
-  EXPECT_EQ(platform.OpenFile("link", OpenFor::kReading)->ReadAt(0, 3), "abc");
-  EXPECT_EQ(ErrorOf([&] { platform.OpenFile("broken", OpenFor::kReading); }), 53);
-  EXPECT_EQ(ErrorOf([&] { platform.OpenFile("circle", OpenFor::kReading); }), 76);
 }
 
 TEST_P(PlatformContract, ImpossibleFileNamesAreBadNames) {
@@ -124,39 +95,6 @@ TEST_P(PlatformContract, AFileOpenForReadingCannotBeWritten) {
   const auto file = platform.OpenFile("file", OpenFor::kReading);
   EXPECT_EQ(ErrorOf([&] { file->WriteAt(0, "new"); }), 54);
   EXPECT_EQ(folder.ReadFile("file"), "old");
-}
-
-TEST_P(PlatformContract, AFileIsClosedWithItsObject) {
-  const auto openFiles = [] {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-  };
-  const auto before = openFiles();
-  {
-    const auto file = platform.OpenFile("file", OpenFor::kReadingAndWriting);
-    EXPECT_EQ(openFiles(), before + 1);
-  }
-  folder.MakeFolder("Data");
-  EXPECT_EQ(ErrorOf([&] { platform.OpenFile("Data", OpenFor::kReading); }), 75);
-  EXPECT_EQ(openFiles(), before) << "neither a closed nor a refused file stays open";
-}
-
-TEST_P(PlatformContract, AWriteForWhichThereIsNoRoomSaysDiskFull) {
-  EXPECT_EQ(ErrorInChild([&] {
-              const rlimit room{10, 10};
-              ::setrlimit(RLIMIT_FSIZE, &room);
-              ::signal(SIGXFSZ, SIG_IGN);
-              platform.OpenFile("file", OpenFor::kReadingAndWriting)->WriteAt(0, "0123456789abc");
-            }),
-            61);
-}
-
-TEST_P(PlatformContract, TooManyOpenFilesAreSaidToBeTooMany) {
-  EXPECT_EQ(ErrorInChild([&] {
-              const rlimit few{3, 3};
-              ::setrlimit(RLIMIT_NOFILE, &few);
-              platform.OpenFile("file", OpenFor::kReadingAndWriting);
-            }),
-            67);
 }
 
 }  // namespace

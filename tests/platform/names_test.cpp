@@ -1,14 +1,7 @@
-#include "platform/names.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
-#include "base/runtime_error.h"
 #include "base/text.h"
-#include "platform/forwarding_platform.h"
-#include "support/temporary_folder.h"
+#include "platform/names_fixture.h"
 
 namespace tarvo::test {
 namespace {
@@ -17,39 +10,6 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-// Counts the listings and can make them fail.
-class CountingPlatform : public ForwardingPlatform {
- public:
-  CountingPlatform() : ForwardingPlatform(SystemPlatform()) {}
-
-  std::vector<FolderEntry> Entries(std::string_view folder) override {
-    ++listings;
-    if (listingFails) throw RuntimeError(kPermissionDenied);
-    return ForwardingPlatform::Entries(folder);
-  }
-
-  int listings = 0;
-  bool listingFails = false;
-};
-
-class NamesTest : public ::testing::Test {
- protected:
-  std::vector<std::string> Listed(std::string_view pattern, unsigned attributes) {
-    std::vector<std::string> names;
-    for (const FolderEntry& entry : ListFolder(platform, folder.Path(), pattern, attributes)) {
-      names.push_back(entry.name);
-    }
-    return names;
-  }
-
-  const TemporaryFolder folder;
-  CountingPlatform platform;
-};
-
-using ResolveNameTest = NamesTest;
-using ListFolderTest = NamesTest;
-using ReadWholeFileTest = NamesTest;
 
 TEST_F(ResolveNameTest, FindsANameInAnyLetterCase) {
   folder.WriteFile("driver.inf");
@@ -96,13 +56,6 @@ TEST_F(ResolveNameTest, FindsRelativeNamesInTheCurrentFolder) {
   EXPECT_EQ(ResolveName(platform, ".."), "..");
 }
 
-TEST_F(ResolveNameTest, FindsHiddenNamesAndLinks) {
-  folder.WriteFile(".Hidden");
-  fs::create_symlink(".Hidden", folder / "Link");
-  EXPECT_EQ(ResolveName(platform, folder / ".hidden"), folder / ".Hidden");
-  EXPECT_EQ(ResolveName(platform, folder / "LINK"), folder / "Link");
-}
-
 TEST_F(ResolveNameTest, FindsNothingInAFolderThatCannotBeListed) {
   folder.WriteFile("driver.inf");
   platform.listingFails = true;
@@ -119,59 +72,12 @@ TEST_F(NamesTest, NothingIsMadeBesideACaseVariant) {
   EXPECT_EQ(folder.ReadFile("Store.dat"), "new");
 }
 
-TEST_F(NamesTest, FoldersAndFilesAreToldApart) {
-  folder.MakeFolder("Data");
-  folder.WriteFile("Plain");
-  folder.WriteFile(".hidden");
-  fs::create_symlink("Data", folder / "to folder");
-  fs::create_symlink("Plain", folder / "to file");
-  fs::create_symlink("gone", folder / "broken");
-  for (const char* name : {"Data", "DATA", "to folder", "TO FOLDER", "."}) {
-    EXPECT_TRUE(FolderExists(platform, folder / name)) << name;
-    EXPECT_FALSE(FileExists(platform, folder / name)) << name;
-  }
-  for (const char* name : {"Plain", "plain", ".hidden", ".HIDDEN", "to file"}) {
-    EXPECT_FALSE(FolderExists(platform, folder / name)) << name;
-    EXPECT_TRUE(FileExists(platform, folder / name)) << name;
-  }
-  for (const char* name : {"broken", "missing", "Plain/x", "missing/x"}) {
-    EXPECT_FALSE(FolderExists(platform, folder / name)) << name;
-    EXPECT_FALSE(FileExists(platform, folder / name)) << name;
-  }
-}
-
 TEST_F(ListFolderTest, GivesPlainFilesThatMatchInAnyLetterCase) {
   for (const char* name : {"a.csv", "B.CSV", "c.txt", "csv", "d.csv.bak"}) folder.WriteFile(name);
   EXPECT_THAT(Listed("*.csv", kNormal), UnorderedElementsAre("a.csv", "B.CSV"));
   EXPECT_THAT(Listed("*.*", kNormal),
               UnorderedElementsAre("a.csv", "B.CSV", "c.txt", "csv", "d.csv.bak"));
   EXPECT_THAT(Listed("*.asc", kNormal), IsEmpty());
-}
-
-TEST_F(ListFolderTest, GivesHiddenFilesAndFoldersOnlyWhenAskedFor) {
-  folder.WriteFile("file");
-  folder.WriteFile(".hidden");
-  folder.MakeFolder("folder");
-  folder.MakeFolder(".hidden folder");
-  fs::permissions(folder.WriteFile("read-only"), fs::perms(0444));
-  EXPECT_THAT(Listed("*", kNormal), UnorderedElementsAre("file", "read-only"));
-  EXPECT_THAT(Listed("*", kHidden), UnorderedElementsAre("file", "read-only", ".hidden"));
-  EXPECT_THAT(Listed("*", kDirectory), UnorderedElementsAre("file", "read-only", "folder"));
-  EXPECT_THAT(Listed("*", kDirectory | kHidden),
-              UnorderedElementsAre("file", "read-only", "folder", ".hidden", ".hidden folder"));
-  EXPECT_THAT(Listed("*fold*", kDirectory), ElementsAre("folder"));
-}
-
-TEST_F(ListFolderTest, CountsALinkToAFolderAsAFolderAndAnyOtherAsAFile) {
-  folder.MakeFolder("folder");
-  folder.WriteFile("file");
-  fs::create_symlink("folder", folder / "to folder");
-  fs::create_symlink("file", folder / "to file");
-  fs::create_symlink("gone", folder / "broken");
-  fs::create_symlink("circle", folder / "circle");
-  EXPECT_THAT(Listed("*", kNormal), UnorderedElementsAre("file", "to file", "broken", "circle"));
-  EXPECT_THAT(Listed("*", kDirectory),
-              UnorderedElementsAre("file", "to file", "broken", "circle", "folder", "to folder"));
 }
 
 TEST_F(ListFolderTest, KeepsTheSystemsOrder) {

@@ -1,11 +1,22 @@
 #include <filesystem>
+#include <string>
+#include <vector>
 
+#include "base/paths.h"
 #include "store_fixture.h"
 
 namespace tarvo::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+std::vector<std::string> NamesIn(const std::string& path) {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
+    names.push_back(entry.path().filename().string());
+  }
+  return names;
+}
 
 class Location : public testing::Test {
  protected:
@@ -23,7 +34,7 @@ TEST_F(Location, TheFileLiesInTheCompanysFolderOfTheCommonDocuments) {
 }
 
 TEST_F(Location, AFolderThatEndsInASeparatorGetsNoSecondOne) {
-  platform.specialFolders = {{46, folder.MakeFolder("common") + "/"}};
+  platform.specialFolders = {{46, folder.MakeFolder("common") + kSeparator}};
   store.OpenLocalRegistry("Company");
   EXPECT_EQ(store.RegistryDataFile(), folder / "common/Company/localregistry.dat");
 }
@@ -35,7 +46,7 @@ TEST_F(Location, WithoutCommonDocumentsTheUsersOwnServe) {
 }
 
 TEST_F(Location, CommonDocumentsThatAreNothingOrTheSeparatorAloneDoNotServe) {
-  for (const char* nothing : {"", "/"}) {
+  for (const std::string& nothing : {std::string(), std::string(1, kSeparator)}) {
     platform.specialFolders = {{46, nothing}, {5, folder.MakeFolder("own")}};
     store.OpenLocalRegistry("Company");
     EXPECT_EQ(store.RegistryDataFile(), folder / "own/Company/localregistry.dat");
@@ -54,8 +65,8 @@ TEST_F(Location, WithoutAnyDocumentsTheBaseIsTheSeparatorAlone) {
     throw RuntimeError(kPathNotFound);
   };
   store.OpenLocalRegistry("No Such Company");
-  EXPECT_EQ(made, "/No Such Company");
-  EXPECT_EQ(opened, "/No Such Company/localregistry.dat");
+  EXPECT_EQ(made, WithSeparator("") + "No Such Company");
+  EXPECT_EQ(opened, JoinPath(made, "localregistry.dat"));
   EXPECT_EQ(store.RegistryDataFile(), "");
 }
 
@@ -79,8 +90,8 @@ TEST_F(Location, NamesInAnotherLetterCaseAreUsedAndNothingIsMadeBesideThem) {
   platform.specialFolders = {{46, folder / "common"}};
   store.OpenLocalRegistry("Company");
   EXPECT_EQ(store.GetSetting("K", "default"), "v");
-  EXPECT_FALSE(fs::exists(folder / "common/Company"));
-  EXPECT_FALSE(fs::exists(folder / "common/COMPANY/localregistry.dat"));
+  EXPECT_EQ(NamesIn(folder / "common"), std::vector<std::string>{"COMPANY"});
+  EXPECT_EQ(NamesIn(folder / "common/COMPANY"), std::vector<std::string>{"LocalRegistry.DAT"});
 }
 
 TEST_F(Location, OpeningWithoutACompanyRaisesError5) {

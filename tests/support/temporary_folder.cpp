@@ -1,24 +1,28 @@
 #include "support/temporary_folder.h"
 
-#include <stdlib.h>
-
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
+#include "base/paths.h"
+#include "support/unique_folder.h"
+
 namespace tarvo::test {
 namespace fs = std::filesystem;
 
-TemporaryFolder::TemporaryFolder() : previous_(fs::current_path()) {
-  std::string pattern = (fs::canonical(fs::temp_directory_path()) / "tarvo-test-XXXXXX").string();
-  if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot make a temporary folder");
-  path_ = pattern;
-}
+TemporaryFolder::TemporaryFolder() : previous_(fs::current_path()), path_(MakeUniqueFolder()) {}
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
   fs::current_path(previous_, ignored);
+  MakeRemovable(path_);
   fs::remove_all(path_, ignored);
+}
+
+std::string TemporaryFolder::operator/(std::string_view name) const {
+  std::string path = WithSeparator(path_);
+  for (const char c : name) path += c == '/' ? kSeparator : c;
+  return path;
 }
 
 std::string TemporaryFolder::MakeFolder(std::string_view name) const {
@@ -35,18 +39,12 @@ std::string TemporaryFolder::WriteFile(std::string_view name, std::string_view c
   return path.string();
 }
 
-std::string TemporaryFolder::WriteProgram(std::string_view name, std::string_view commands) const {
-  const std::string path = WriteFile(name, "#!/bin/sh\n" + std::string(commands) + "\n");
-  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-  return path;
-}
-
 std::string TemporaryFolder::ReadFile(std::string_view name) const {
   return ReadFileAt(*this / name);
 }
 
 std::string ReadFileAt(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(fs::path(path), std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path);
   return {std::istreambuf_iterator<char>(file), {}};
 }

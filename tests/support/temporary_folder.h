@@ -17,14 +17,16 @@ class TemporaryFolder {
 
   // The folder's real path (no symbolic link in it), without a separator at its end.
   const std::string& Path() const { return path_; }
-  std::string operator/(std::string_view name) const { return path_ + "/" + std::string(name); }
+  // The path of something below, with the system's separator for each "/" in `name`.
+  std::string operator/(std::string_view name) const;
 
   // Makes a folder with its parents, or a file with its parents and content, below this one; gives
   // its full path.
   std::string MakeFolder(std::string_view name) const;
   std::string WriteFile(std::string_view name, std::string_view content = {}) const;
 
-  // A shell script that may be executed.
+  // A program that runs the commands of a shell script; where the system runs no shell scripts,
+  // only the program without commands can be had, which ends at once.
   std::string WriteProgram(std::string_view name, std::string_view commands) const;
 
   std::string ReadFile(std::string_view name) const;

@@ -11,9 +11,9 @@ namespace {
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // What may be known of anything that has a name, files in use and folders included.
-KernelHandle OpenToLook(const std::wstring& path, DWORD flags = 0) {
+KernelHandle OpenToLook(const std::wstring& path) {
   return KernelHandle(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
 }
 
 // The attributes of what a path names, links followed.
@@ -65,7 +65,9 @@ void SetWindowsAttributes(std::string_view path, unsigned attributes) {
 }
 
 bool IsLinkTag(DWORD attributes, DWORD tag) {
-  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag);
+  // Wine shows a link to a folder without a tag.
+  const bool isLink = tag == IO_REPARSE_TAG_RESERVED_ZERO || IsReparseTagNameSurrogate(tag);
+  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && isLink;
 }
 
 bool IsFolderAt(const std::wstring& path) {
@@ -77,11 +79,13 @@ bool IsLinkAt(const std::wstring& path) {
   const DWORD attributes = ::GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return false;
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
-  const KernelHandle itself = OpenToLook(path, FILE_FLAG_OPEN_REPARSE_POINT);
-  FILE_ATTRIBUTE_TAG_INFO tag{};
-  return IsOpen(itself) &&
-         ::GetFileInformationByHandleEx(itself.get(), FileAttributeTagInfo, &tag, sizeof tag) &&
-         IsLinkTag(tag.FileAttributes, tag.ReparseTag);
+  // A listing tells the tag of any name but a root's, which is no link.
+  WIN32_FIND_DATAW found;
+  const HANDLE listing =
+      ::FindFirstFileExW(path.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
+  if (listing == INVALID_HANDLE_VALUE) return false;
+  ::FindClose(listing);
+  return IsLinkTag(found.dwFileAttributes, found.dwReserved0);
 }
 
 }  // namespace tarvo

@@ -99,7 +99,10 @@ std::wstring DesktopProgram(const std::wstring& name) { return InFolderOf(Window
 bool Runs32BitPrograms() {
   wchar_t folder[MAX_PATH] = L"";
   const UINT size = ::GetSystemWow64DirectoryW(folder, static_cast<UINT>(std::size(folder)));
-  return size > 0 && IsFolderAt(folder);
+  // Where only 64-bit programs run, the folder may be there without what they need.
+  if (size == 0) return false;
+  const std::wstring kernel = std::wstring(folder) + L"\\kernel32.dll";
+  return ::GetFileAttributesW(kernel.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 }  // namespace tarvo

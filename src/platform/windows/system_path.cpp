@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_error.h"
 
@@ -26,6 +28,17 @@ std::wstring FullPath(const std::wstring& path, std::string_view given) {
   }
 }
 
+// Whether a name is longer than any that a folder can hold; the system only calls it missing.
+bool HasTooLongName(std::wstring_view path) {
+  constexpr std::size_t kMost = 255;
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find(L'\\', start), path.size());
+    if (end - start > kMost) return true;
+    start = end + 1;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::wstring SystemPath(std::string_view path) {
@@ -35,6 +48,7 @@ std::wstring SystemPath(std::string_view path) {
   const std::wstring wide = Wide(path);
   if (wide.empty()) return wide;
   const std::wstring full = FullPath(wide, path);
+  if (HasTooLongName(full)) throw RuntimeError::About(kBadFileName, std::string(path));
   if (full.starts_with(kLong)) return full;
   if (full.starts_with(kDevice)) throw RuntimeError::About(kBadFileName, std::string(path));
   if (full.starts_with(kShare)) {
