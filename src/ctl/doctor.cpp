@@ -141,7 +141,7 @@ void ExamineSystem(CommandRun& run) {
   if (!run.json) {
     for (const SystemFinding& finding : findings) {
       run.out << (finding.isGood ? "      " : "odd:  ") << OneLine(finding.topic) << ": "
-              << OneLine(finding.sentence) << '\n';
+              << OneLineSentence(finding.sentence) << '\n';
     }
     return;
   }

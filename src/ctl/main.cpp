@@ -1,16 +1,16 @@
 #include <clocale>
 #include <exception>
 #include <iostream>
-#include <string>
-#include <vector>
 
 #include "ctl/terminal_program.h"
+#include "platform/program_start.h"
 
 int main(int count, char** values) {
   std::setlocale(LC_ALL, "");
   try {
-    return tarvo::RunTerminalProgram(tarvo::SystemPlatform(), {values + 1, values + count},
-                                     std::cout, std::cerr);
+    const tarvo::Utf8Output output;
+    return tarvo::RunTerminalProgram(tarvo::SystemPlatform(),
+                                     tarvo::ProgramArguments(count, values), std::cout, std::cerr);
   } catch (const std::exception& failure) {
     std::cerr << "tarvoctl: " << failure.what() << ".\n";
     return tarvo::kFailed;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/paths.h"
 #include "base/text.h"
 
 namespace tarvo {
@@ -24,6 +25,10 @@ std::string OneLine(std::string_view text) {
     }
   }
   return result;
+}
+
+std::string OneLineSentence(std::string_view text) {
+  return kSeparator == '\\' ? ReplaceAll(OneLine(text), "\\\\", "\\") : OneLine(text);
 }
 
 std::string AlignedTable(const std::vector<std::vector<std::string>>& rows) {
