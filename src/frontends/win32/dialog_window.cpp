@@ -54,6 +54,7 @@ DialogWindow::DialogWindow(Form& form, Seam& seam, Kind kind, HWND owner)
     ++identifier;
   }
   font_ = MakeFont(Font(), DotsPerInch());
+  TakeIcons();
 }
 
 void DialogWindow::Sync() {

@@ -5,7 +5,6 @@
 #include "frontends/common/captions.h"
 #include "frontends/win32/child_window.h"
 #include "frontends/win32/fonts.h"
-#include "frontends/win32/pictures.h"
 #include "frontends/win32/text.h"
 
 namespace tarvo::win32 {
@@ -57,12 +56,7 @@ void DriversWindow::TakeResolution() {
   toolbar_.SetDotsPerInch(dots);
   statusBar_.SetTextFont(font.Get());
   font_ = std::move(font);
-  IconHandle icon = ProgramIcon(SM_CXICON, dots);
-  IconHandle smallIcon = ProgramIcon(SM_CXSMICON, dots);
-  SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon.Get()));
-  SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon.Get()));
-  icon_ = std::move(icon);
-  smallIcon_ = std::move(smallIcon);
+  TakeIcons();
 }
 
 void DriversWindow::Sync() {

@@ -47,7 +47,6 @@ class DriversWindow : public FormWindow {
   StatusPane statusBar_;
   KeptPlace place_;
   FontHandle font_;
-  IconHandle icon_, smallIcon_;
   int timerInterval_ = 0;
   bool shown_ = false;
 };

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "frontends/win32/child_window.h"
+#include "frontends/win32/pictures.h"
 #include "frontends/win32/text.h"
 
 namespace tarvo::win32 {
@@ -34,6 +35,15 @@ SIZE FormWindow::InnerSize() {
   RECT inner = {};
   GetClientRect(Window(), &inner);
   return {inner.right, inner.bottom};
+}
+
+void FormWindow::TakeIcons() {
+  IconHandle icon = ProgramIcon(SM_CXICON, DotsPerInch());
+  IconHandle smallIcon = ProgramIcon(SM_CXSMICON, DotsPerInch());
+  SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon.Get()));
+  SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon.Get()));
+  icon_ = std::move(icon);
+  smallIcon_ = std::move(smallIcon);
 }
 
 bool FormWindow::TakesKey(MSG& message) {
@@ -75,6 +85,8 @@ std::optional<LRESULT> FormWindow::HandleMessage(const Message& message) {
 // The first activation has been delivered with the show, and coming back from one of the program's
 // own dialogs is none.
 void FormWindow::ActivationChanged(bool active) {
+  if (active == active_) return;
+  active_ = active;
   if (!active) {
     lostToOwnDialog_ = seam_.dialogs > 0;
     return;

@@ -53,6 +53,9 @@ class FormWindow {
 
   LRESULT Default(const Message& message) const { return hook_.Default(message); }
 
+  // Takes the program's icons in the sizes that belong to the screen.
+  void TakeIcons();
+
   // To be called right before the window is shown for the first time.
   void AwaitFirstActivation() { awaitsFirstActivation_ = true; }
 
@@ -66,6 +69,8 @@ class FormWindow {
 
   WindowHandle window_;
   MessageHook hook_;
+  IconHandle icon_, smallIcon_;
+  bool active_ = false;
   bool awaitsFirstActivation_ = false;
   bool lostToOwnDialog_ = false;
   bool closed_ = false;

@@ -22,9 +22,20 @@ const HelpTopic* TopicWith(std::string_view key, const HelpSection& section) {
   return nullptr;
 }
 
+// Where the section of a language begins; npos when it is not found.
+std::size_t SectionOf(std::string_view page, const std::string& language) {
+  std::size_t begin = page.find("<section ");
+  while (begin != std::string_view::npos) {
+    const std::string_view tag = page.substr(begin, page.find('>', begin) - begin);
+    if (tag.find(" lang=\"" + language + "\"") != std::string_view::npos) break;
+    begin = page.find("<section ", begin + 1);
+  }
+  return begin;
+}
+
 // Gives the index of a section, which is its last part, a name; false when there is none.
 bool NameIndex(std::string& page, const std::string& language) {
-  const std::size_t begin = page.find("<section id=\"" + language + "\"");
+  const std::size_t begin = SectionOf(page, language);
   const std::size_t end = page.find("</section>", begin);
   if (begin == std::string::npos || end == std::string::npos) return false;
   const std::size_t index = page.rfind("<nav>", end);

@@ -1,5 +1,7 @@
 #include "frontends/win32/list_gestures.h"
 
+#include <algorithm>
+
 namespace tarvo::win32 {
 namespace {
 
@@ -74,9 +76,9 @@ LRESULT ListGestureHook::Moving(const Message& message) {
   const int before = RowThatIs(LVNI_SELECTED);
   const LRESULT result = hook_.Default(message);
   int after = RowThatIs(LVNI_SELECTED);
-  // With nothing selected a key that would move to the item that has the focus selects it.
+  // With nothing selected a key that would move selects the item that has the focus, or the first.
   if (after < 0 && message.id == WM_KEYDOWN && IsForMoving(message.wParam))
-    after = RowThatIs(LVNI_FOCUSED);
+    after = std::max(RowThatIs(LVNI_FOCUSED), 0);
   if (after >= 0 && after != before) gestures_.ItemChosen(after);
   return result;
 }
