@@ -45,15 +45,19 @@ class Program:
         window = self.text("catalogue/main_window.cpp")
         self.menu_entries = re.findall(r'Entry\(\w+(?:\[\w+\])?, "(\w+)", Phrase\("([^"]+)"\)\)', window)
         self.tool_tips = re.findall(r'Button\("\w+", Phrase\("([^"]+)"\)', window)
-        texts = "".join(file.read_text(encoding="utf-8") for file in (source / "src").rglob("*.cpp"))
-        texts += "".join(file.read_text(encoding="utf-8") for file in (source / "src").rglob("*.h"))
-        self.placeholders = re.findall(r'"([^"\n]+ goes here!)"', texts)
-        self.switches = set(re.findall(r'"(/[a-z])"', texts))
+        self.placeholders = re.findall(r'"([^"\n]+ goes here!)"', self.texts("."))
+        # Other folders start other programs, with switches of theirs.
+        self.switches = set(re.findall(r'"(/[a-z])"', self.texts("app") + self.texts("ui")))
         self.settings = set(re.findall(r'"_?(\w+)"', self.text("app/globals/settings_keys.h")))
         self.terminal_commands = re.findall(r'^ +\{"([a-z ]+)", "', self.text("ctl/terminal_program.cpp"), re.MULTILINE)
 
     def text(self, file):
         return (self.source / "src" / file).read_text(encoding="utf-8")
+
+    def texts(self, folder):
+        """All sources below a folder."""
+        files = sorted((self.source / "src" / folder).rglob("*.[ch]*"))
+        return "".join(file.read_text(encoding="utf-8") for file in files if file.suffix in (".cpp", ".h"))
 
     def shown(self, language, phrase):
         return plain(self.phrases[language].get(phrase, phrase))

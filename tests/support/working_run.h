@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include "support/started_run.h"
 
@@ -23,6 +25,13 @@ class WorkingRun : public StartedRun {
     ToolbarButton button;
     button.Key = buttonKey;
     Window().tbToolBar_ButtonClick(button);
+  }
+
+  // Moves the clock on by what was waited for. Real tools end in real time: they get a little of
+  // it, lest the clock moves to midnight, where waiting never ends.
+  void PassTurn(double seconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    platform.PassSeconds(seconds);
   }
 
   // The number of the error that the step raises; 0 for none.

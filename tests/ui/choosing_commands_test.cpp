@@ -15,7 +15,7 @@ constexpr int kRightButton = 2;
 class ChoosingACommand : public WorkingRun {
  protected:
   ChoosingACommand() {
-    frontEnd.whileWaiting = [this] { platform.PassSeconds(2); };
+    frontEnd.whileWaiting = [this] { PassTurn(2); };
     frontEnd.answer = Answer::kNo;
   }
 

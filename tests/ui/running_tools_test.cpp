@@ -1,6 +1,5 @@
 #include <chrono>
 #include <stdexcept>
-#include <thread>
 
 #include "base/runtime_error.h"
 #include "support/working_run.h"
@@ -23,8 +22,7 @@ class RunningATool : public WorkingRun {
       if (std::chrono::steady_clock::now() > deadline_) {
         throw std::runtime_error("the tool does not end");
       }
-      std::this_thread::yield();
-      platform.PassSeconds(frontEnd.waits.back());
+      PassTurn(frontEnd.waits.back());
       if (meanwhile) meanwhile();
     };
   }
@@ -103,7 +101,7 @@ TEST_F(RunningATool, KeepsWaitingThroughEventsUntilTheTurnIsOver) {
   Start();
   std::size_t frontsBefore = 99;
   frontEnd.whileWaiting = [&] {
-    platform.PassSeconds(0.25);  // an event came
+    PassTurn(0.25);  // an event came
     if (frontEnd.waits.size() == 7) frontsBefore = platform.broughtToFront.size();
     if (frontEnd.waits.size() == 8) Release();
   };
