@@ -8,10 +8,10 @@
 
 namespace tarvo {
 
-std::string JoinArguments(int count, const char* const* arguments) {
+std::string JoinArguments(const std::vector<std::string>& arguments) {
   std::string joined;
-  for (int i = 1; i < count; ++i) {
-    if (i > 1) joined += ' ';
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (i > 0) joined += ' ';
     joined += arguments[i];
   }
   return joined;

@@ -2,13 +2,14 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/platform.h"
 
 namespace tarvo {
 
-// The program's arguments, without its own name, joined by one blank each.
-std::string JoinArguments(int count, const char* const* arguments);
+// The words of the command line (see ProgramArguments) joined by one blank each.
+std::string JoinArguments(const std::vector<std::string>& arguments);
 
 // One run from start to end that needs no window, no display and no toolkit: the report of the
 // tools' versions. Gives the message of the error that ended it, "" without one; nothing, having

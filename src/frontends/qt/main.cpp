@@ -6,6 +6,7 @@
 #include "frontends/common/program_run.h"
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/program.h"
+#include "platform/program_start.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ bool HasDisplay() {
 // for the X11 windowing system where there is one, because Wayland tells no window its position.
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
-  const std::string arguments = tarvo::JoinArguments(argc, argv);
+  const std::string arguments = tarvo::JoinArguments(tarvo::ProgramArguments(argc, argv));
   const auto failure = tarvo::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
   if (failure && failure->empty()) return 0;
   if (failure) {

@@ -5,7 +5,7 @@ namespace tarvo::win32 {
 HWND MakeChild(HWND parent, const wchar_t* windowClass, DWORD style, int identifier,
                DWORD extendedStyle) {
   return CreateWindowExW(extendedStyle, windowClass, L"", WS_CHILD | style, 0, 0, 0, 0, parent,
-                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(identifier)),
+                         FromNumber<HMENU>(static_cast<INT_PTR>(identifier)),
                          GetModuleHandleW(nullptr), nullptr);
 }
 

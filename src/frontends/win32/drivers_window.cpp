@@ -143,7 +143,7 @@ std::optional<LRESULT> DriversWindow::HandleMessage(const Message& message) {
     case WM_COMMAND:
       return Command(message);
     case WM_NOTIFY:
-      return Notified(*reinterpret_cast<NMHDR*>(message.lParam));
+      return Notified(*FromNumber<NMHDR*>(message.lParam));
     case WM_TIMER:
       if (message.wParam != kTimer) return std::nullopt;
       seam_.loop.Run(state_.tmrStuff.Tick);
@@ -158,7 +158,7 @@ std::optional<LRESULT> DriversWindow::HandleMessage(const Message& message) {
       SetFocus(list_.Window());
       return 0;
     case WM_DPICHANGED:
-      ResolutionChanged(*reinterpret_cast<const RECT*>(message.lParam));
+      ResolutionChanged(*FromNumber<const RECT*>(message.lParam));
       return 0;
     default:
       return FormWindow::HandleMessage(message);
@@ -166,7 +166,7 @@ std::optional<LRESULT> DriversWindow::HandleMessage(const Message& message) {
 }
 
 std::optional<LRESULT> DriversWindow::Command(const Message& message) {
-  const auto sender = reinterpret_cast<HWND>(message.lParam);
+  const auto sender = FromNumber<HWND>(message.lParam);
   if (!sender && HIWORD(message.wParam) == 0) {
     menus_.Run(LOWORD(message.wParam));
   } else if (sender == toolbar_.Window()) {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr DWORD kStyle = WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_EXTENDEDSEL |
                          LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS;
-constexpr int kTextMargins = 8;  // left and right of a name together, in pixels
+constexpr WPARAM kTextMargins = 8;  // left and right of a name together, in pixels
 
 bool IsForMoving(WPARAM key) { return key >= VK_PRIOR && key <= VK_DOWN; }
 
@@ -37,13 +37,13 @@ void FileList::TakeOver(HFONT font) {
   const auto sameName = [](const auto& a, const auto& b) { return a.Name == b.Name; };
   if (!std::equal(entries.begin(), entries.end(), shown_.begin(), shown_.end(), sameName)) {
     Send(LB_RESETCONTENT);
-    int widest = 0;
+    WPARAM widest = 0;
     for (const FileListBox::Entry& entry : entries) {
       const std::wstring name = Wide(entry.Name);
       Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-      widest = std::max(widest, TextWidth(font, name));
+      widest = std::max(widest, static_cast<WPARAM>(TextWidth(font, name)));
     }
-    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + kTextMargins));
+    Send(LB_SETHORIZONTALEXTENT, widest + kTextMargins);
   }
   for (std::size_t i = 0; i < entries.size(); ++i)
     Send(LB_SETSEL, entries[i].Selected, static_cast<LPARAM>(i));

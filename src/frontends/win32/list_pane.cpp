@@ -241,15 +241,15 @@ int ListPane::ImageOf(const ListItem& item) {
 // The headings tell their list, not the list's window.
 std::optional<LRESULT> ListPane::HandleMessage(const Message& message) {
   if (message.id != WM_NOTIFY) return std::nullopt;
-  auto& notification = *reinterpret_cast<NMHEADERW*>(message.lParam);
-  const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+  auto& notification = *FromNumber<NMHEADERW*>(message.lParam);
+  const auto header = FromNumber<HWND>(Send(LVM_GETHEADER));
   if (notification.hdr.hwndFrom != header) return std::nullopt;
   return HeadingNotified(notification, message);
 }
 
 std::optional<LRESULT> ListPane::HeadingNotified(NMHEADERW& notification, const Message& message) {
   if (notification.hdr.code == NM_CUSTOMDRAW) {
-    const auto& drawing = *reinterpret_cast<const NMCUSTOMDRAW*>(message.lParam);
+    const auto& drawing = *FromNumber<const NMCUSTOMDRAW*>(message.lParam);
     if (drawing.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (drawing.dwDrawStage != CDDS_ITEMPREPAINT) return std::nullopt;
     DrawHeading(drawing);

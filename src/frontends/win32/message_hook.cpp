@@ -20,7 +20,7 @@ LRESULT MessageHook::Default(const Message& message) const {
 
 LRESULT CALLBACK MessageHook::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam,
                                         UINT_PTR number, DWORD_PTR hook) noexcept {
-  auto& self = *reinterpret_cast<MessageHook*>(hook);
+  auto& self = *FromNumber<MessageHook*>(hook);
   if (id == WM_NCDESTROY) {
     RemoveWindowSubclass(window, &Procedure, number);
     self.window_ = nullptr;

@@ -69,26 +69,31 @@ Pixels DecodeImage(std::string_view bytes) {
   return PixelsOf(icon.Get());
 }
 
+template <class Value>
+Value ValueAt(const std::string& bytes, std::size_t offset) {
+  Value value{};
+  std::memcpy(&value, bytes.data() + offset, sizeof value);
+  return value;
+}
+
 // Bitmaps with masks for the colours may have one for alpha too (BITMAPV3INFOHEADER and later). The
 // system does not draw by it.
 void TakeAlphaFromFile(Pixels& pixels, const std::string& bytes) {
   constexpr std::size_t kAlphaMask = sizeof(BITMAPFILEHEADER) + 52;
-  const auto& file = *reinterpret_cast<const BITMAPFILEHEADER*>(bytes.data());
-  const auto& info =
-      *reinterpret_cast<const BITMAPINFOHEADER*>(bytes.data() + sizeof(BITMAPFILEHEADER));
+  const auto file = ValueAt<BITMAPFILEHEADER>(bytes, 0);
+  const auto info = ValueAt<BITMAPINFOHEADER>(bytes, sizeof file);
   const bool mayHaveAlpha =
       info.biSize >= 56 && info.biCompression == BI_BITFIELDS && info.biBitCount == 32;
-  std::uint32_t mask = 0;
-  if (mayHaveAlpha) std::memcpy(&mask, bytes.data() + kAlphaMask, sizeof mask);
+  const std::uint32_t mask = mayHaveAlpha ? ValueAt<std::uint32_t>(bytes, kAlphaMask) : 0;
   for (int y = 0; y < pixels.height; ++y) {
     const auto row = static_cast<std::size_t>(info.biHeight < 0 ? y : pixels.height - 1 - y);
-    const char* const values =
-        bytes.data() + file.bfOffBits + row * static_cast<std::size_t>(pixels.width) * 4;
+    const std::size_t values =
+        file.bfOffBits + row * static_cast<std::size_t>(pixels.width) * sizeof mask;
     for (int x = 0; x < pixels.width; ++x) {
       std::uint32_t alpha = 255;
       if (mask != 0) {
-        std::uint32_t value = 0;
-        std::memcpy(&value, values + static_cast<std::ptrdiff_t>(x) * 4, sizeof value);
+        const auto value =
+            ValueAt<std::uint32_t>(bytes, values + static_cast<std::size_t>(x) * sizeof mask);
         alpha = static_cast<std::uint32_t>((value & mask) * std::uint64_t{255} / mask);
       }
       pixels.At(x, y) = (pixels.At(x, y) & 0xFFFFFFU) | alpha << 24;
@@ -98,10 +103,10 @@ void TakeAlphaFromFile(Pixels& pixels, const std::string& bytes) {
 
 // The bytes have been judged readable (IsReadablePicture): every part lies inside them.
 Pixels DecodeBitmapFile(const std::string& bytes) {
-  const auto& file = *reinterpret_cast<const BITMAPFILEHEADER*>(bytes.data());
-  const auto* const info = reinterpret_cast<const BITMAPINFO*>(bytes.data() + sizeof file);
-  const int width = info->bmiHeader.biWidth;
-  const int height = std::abs(info->bmiHeader.biHeight);
+  const auto file = ValueAt<BITMAPFILEHEADER>(bytes, 0);
+  const auto info = ValueAt<BITMAPINFOHEADER>(bytes, sizeof file);
+  const int width = info.biWidth;
+  const int height = std::abs(info.biHeight);
   const BITMAPINFO target = HeaderFor(width, height);
   const MemoryContext context(CreateCompatibleDC(nullptr));
   void* bits = nullptr;
@@ -110,8 +115,9 @@ Pixels DecodeBitmapFile(const std::string& bytes) {
   if (!bitmap) return {};
   {
     const Selected selected(context.Get(), bitmap.Get());
-    StretchDIBits(context.Get(), 0, 0, width, height, 0, 0, width, height,
-                  bytes.data() + file.bfOffBits, info, DIB_RGB_COLORS, SRCCOPY);
+    StretchDIBits(
+        context.Get(), 0, 0, width, height, 0, 0, width, height, bytes.data() + file.bfOffBits,
+        reinterpret_cast<const BITMAPINFO*>(bytes.data() + sizeof file), DIB_RGB_COLORS, SRCCOPY);
     GdiFlush();
   }
   Pixels pixels = PixelsOf(bitmap.Get());

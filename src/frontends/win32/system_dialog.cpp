@@ -32,7 +32,7 @@ SystemDialog::~SystemDialog() {
 HWND SystemDialog::Window() const { return presentDialog; }
 
 LRESULT CALLBACK SystemDialog::Created(int code, WPARAM wParam, LPARAM lParam) noexcept {
-  const auto window = reinterpret_cast<HWND>(wParam);
+  const auto window = FromNumber<HWND>(wParam);
   if (code == HCBT_ACTIVATE && !presentDialog && IsDialog(window)) presentDialog = window;
   if (code == HCBT_DESTROYWND && presentDialog == window) presentDialog = nullptr;
   return CallNextHookEx(presentHook, code, wParam, lParam);

@@ -35,7 +35,7 @@ ToolbarPane::ToolbarPane(Toolbar& toolbar, EventLoop& loop, HWND parent, int ide
   Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
   SetDotsPerInch(GetDpiForWindow(parent));
   for (std::size_t i = 0; i < toolbar.Buttons.size(); ++i) Add(i);
-  ShowPlainText(reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)));
+  ShowPlainText(FromNumber<HWND>(Send(TB_GETTOOLTIPS)));
 }
 
 void ToolbarPane::SetDotsPerInch(unsigned dotsPerInch) {
@@ -90,7 +90,7 @@ void ToolbarPane::Sync(std::string_view name) {
 void ToolbarPane::SyncButton(std::size_t number) {
   const ToolbarButton& button = toolbar_.Buttons[number];
   if (button.IsSeparator) return;
-  const auto command = static_cast<WPARAM>(kFirstCommand + static_cast<int>(number));
+  const WPARAM command = kFirstCommand + number;
   const auto present = static_cast<BYTE>(Send(TB_GETSTATE, command));
   const bool enabled = button.Enabled && toolbar_.Enabled;
   const auto wanted =

@@ -6,10 +6,8 @@ namespace tarvo {
 namespace {
 
 TEST(ArgumentsTest, AreJoinedByOneBlank) {
-  const char* none[] = {"tarvo"};
-  const char* several[] = {"tarvo", "-style", "", "a b"};
-  EXPECT_EQ(JoinArguments(1, none), "");
-  EXPECT_EQ(JoinArguments(4, several), "-style  a b");
+  EXPECT_EQ(JoinArguments({}), "");
+  EXPECT_EQ(JoinArguments({"-style", "", "a b"}), "-style  a b");
 }
 
 TEST(RunWithoutWindowsTest, LeavesArgumentsThatAskForWindowsAlone) {
