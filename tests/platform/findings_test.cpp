@@ -17,6 +17,8 @@ DesktopFacts Complete() {
   facts.x11Display = ":0";
   facts.x11DisplayAnswers = true;
   facts.wine = {true, true, true, "/usr/bin/wine"};
+  facts.documents = facts.wineDocuments = "/srv/documents";
+  facts.documentsShared = true;
   return facts;
 }
 
@@ -35,7 +37,7 @@ std::string Said(const DesktopFacts& facts, std::string_view topic) {
 
 TEST(Findings, AreAllGoodWhereNothingIsMissing) {
   const std::vector<SystemFinding> findings = FindingsOf(Complete());
-  EXPECT_EQ(findings.size(), 5U);
+  EXPECT_EQ(findings.size(), 6U);
   for (const SystemFinding& finding : findings) {
     EXPECT_TRUE(finding.isGood) << finding.topic << ": " << finding.sentence;
   }
@@ -97,6 +99,30 @@ TEST(Findings, SayWhichProgramsForWindowsCannotBeStarted) {
   EXPECT_EQ(Said(facts, kTopic).substr(0, 31), "bad: wine is not installed: too");
 }
 
+TEST(Findings, SayWhichToolsForWindowsShareTheDocuments) {
+  DesktopFacts facts = Complete();
+  constexpr const char* kTopic = "Documents of programs for Windows";
+  EXPECT_EQ(Said(facts, kTopic),
+            "good: Tools that are programs for Windows use the same documents folder "
+            "(/srv/documents).");
+  facts.documentsShared = false;
+  facts.wineDocuments = "/windows/documents";
+  EXPECT_EQ(Said(facts, kTopic),
+            "bad: Tools that are programs for Windows use another documents folder "
+            "(/windows/documents) than this program (/srv/documents), so what they record is not "
+            "found; set TARVO_COMMON_DOCUMENTS to their folder.");
+  facts.documentsChosen = true;
+  EXPECT_EQ(Said(facts, kTopic),
+            "bad: Tools that are programs for Windows use the same documents folder "
+            "(/srv/documents) if they read TARVO_COMMON_DOCUMENTS; what others record in "
+            "/windows/documents is not found, unless the variable is set to that folder.");
+  facts.documents = "";
+  EXPECT_EQ(Said(facts, kTopic), "bad: there is no such finding");
+  facts = Complete();
+  facts.wine = {};
+  EXPECT_EQ(Said(facts, kTopic), "bad: there is no such finding");
+}
+
 TEST(Findings, AreOneSentenceEach) {
   for (const bool isThere : {true, false}) {
     const DesktopFacts facts = isThere ? Complete() : DesktopFacts();
@@ -118,7 +144,7 @@ TEST(Findings, AreThoseOfThisSystem) {
   EXPECT_EQ(Finding(SystemPlatform().Findings(), "Session bus").sentence,
             "The session bus answers.");
   session.MakeStartable("org.freedesktop.FileManager1", "/bin/false");
-  DesktopFacts facts = LookAtDesktop();
+  DesktopFacts facts = LookAtDesktop(folder / "");
   EXPECT_EQ(facts.fileManager, FileManager::kStartable);
   EXPECT_FALSE(facts.hasOpener);
   EXPECT_FALSE(facts.wine.isInstalled);
@@ -130,11 +156,50 @@ TEST(Findings, AreThoseOfThisSystem) {
   for (const char* name : {"bin/xdg-open", "bin/wine"}) {
     std::filesystem::permissions(folder.WriteFile(name), std::filesystem::perms(0755));
   }
-  facts = LookAtDesktop();
+  facts = LookAtDesktop(folder / "");
   EXPECT_EQ(facts.fileManager, FileManager::kNoBus);
   EXPECT_TRUE(facts.hasOpener);
   EXPECT_EQ(facts.wine.command, folder / "bin/wine");
   EXPECT_EQ(facts.waylandDisplay, "wayland-7");
+}
+
+class DocumentsWithWine : public ::testing::Test {
+ protected:
+  DesktopFacts Facts() const { return LookAtDesktop(folder / "start"); }
+
+  const TemporaryFolder folder;
+  const EnvironmentVariable bus{"DBUS_SESSION_BUS_ADDRESS", "garbage"};
+  const EnvironmentVariable display{"DISPLAY", std::nullopt};
+  const EnvironmentVariable home{"HOME", folder / "home"};
+  EnvironmentVariable prefix{"WINEPREFIX", std::nullopt};
+  EnvironmentVariable chosen{"TARVO_COMMON_DOCUMENTS", std::nullopt};
+};
+
+TEST_F(DocumentsWithWine, AreThoseOfTheUsersWindowsFolderAndOfTheVariable) {
+  const std::string theirs = "/drive_c/users/Public/Documents";
+  EXPECT_EQ(Facts().wineDocuments, folder / "home/.wine" + theirs);
+  EXPECT_FALSE(Facts().documentsChosen);
+  EXPECT_FALSE(Facts().documentsShared);
+  prefix.Set(folder / "windows");
+  EXPECT_EQ(Facts().wineDocuments, folder / "windows" + theirs);
+  chosen.Set(folder / "shared");
+  EXPECT_EQ(Facts().documents, folder / "shared");
+  EXPECT_TRUE(Facts().documentsChosen);
+  EXPECT_FALSE(Facts().documentsShared);
+}
+
+TEST_F(DocumentsWithWine, AreSharedByWhateverPathTheyAreReached) {
+  namespace fs = std::filesystem;
+  chosen.Set(folder / "home/.wine/drive_c/users/Public/Documents");
+  EXPECT_TRUE(Facts().documentsShared) << "before wine makes its folder";
+  chosen.Set(folder / "shared");
+  folder.MakeFolder("shared");
+  folder.MakeFolder("home/.wine/drive_c/users/Public");
+  EXPECT_FALSE(Facts().documentsShared);
+  fs::create_symlink(folder / "shared", folder / "home/.wine/drive_c/users/Public/Documents");
+  EXPECT_TRUE(Facts().documentsShared);
+  chosen.Set("../shared");
+  EXPECT_TRUE(Facts().documentsShared);
 }
 
 }  // namespace

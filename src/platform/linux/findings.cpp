@@ -1,5 +1,8 @@
 #include "platform/linux/findings.h"
 
+#include <filesystem>
+
+#include "platform/linux/special_folders.h"
 #include "platform/linux/x11_display.h"
 #include "platform/linux/xdg_folders.h"
 
@@ -92,9 +95,39 @@ SystemFinding WineOf(const DesktopFacts& facts) {
               "32-bit part is missing; install it (the package wine32)."};
 }
 
+// Which tools find their common documents where Tarvo has its own: all when the folders are one,
+// else those that read the variable, as the settings library does.
+SystemFinding SharedDocumentsOf(const DesktopFacts& facts) {
+  constexpr const char* kTopic = "Documents of programs for Windows";
+  const std::string& theirs = facts.wineDocuments;
+  if (facts.documentsShared) {
+    return {kTopic, true,
+            "Tools that are programs for Windows use the same documents folder (" +
+                facts.documents + ")."};
+  }
+  if (facts.documentsChosen) {
+    return {kTopic, false,
+            "Tools that are programs for Windows use the same documents folder (" +
+                facts.documents + ") if they read TARVO_COMMON_DOCUMENTS; what others record in " +
+                theirs + " is not found, unless the variable is set to that folder."};
+  }
+  return {kTopic, false,
+          "Tools that are programs for Windows use another documents folder (" + theirs +
+              ") than this program (" + facts.documents +
+              "), so what they record is not found; set TARVO_COMMON_DOCUMENTS to their folder."};
+}
+
+bool IsOneFolder(const std::string& one, const std::string& other) {
+  std::error_code error;
+  const auto first = std::filesystem::weakly_canonical(one, error);
+  if (error) return false;
+  const auto second = std::filesystem::weakly_canonical(other, error);
+  return !error && first == second;
+}
+
 }  // namespace
 
-DesktopFacts LookAtDesktop() {
+DesktopFacts LookAtDesktop(const std::string& startFolder) {
   DesktopFacts facts;
   facts.fileManager = FindFileManager();
   facts.hasOpener = !FindProgram("xdg-open").empty();
@@ -103,14 +136,24 @@ DesktopFacts LookAtDesktop() {
       !facts.x11Display.empty() && !X11Display(facts.x11Display).Roots().empty();
   facts.waylandDisplay = EnvironmentValue("WAYLAND_DISPLAY");
   facts.wine = FindWine();
+  facts.documentsChosen = !EnvironmentValue("TARVO_COMMON_DOCUMENTS").empty();
+  facts.documents = CommonDocumentsFolder(startFolder).value_or(UserDocumentsFolder().value_or(""));
+  facts.wineDocuments = WineCommonDocuments();
+  facts.documentsShared = IsOneFolder(facts.documents, facts.wineDocuments);
   return facts;
 }
 
 std::vector<SystemFinding> FindingsOf(const DesktopFacts& facts) {
-  return {SessionBusOf(facts), FileManagerOf(facts), OpenerOf(facts), DisplayOf(facts),
-          WineOf(facts)};
+  std::vector<SystemFinding> findings{SessionBusOf(facts), FileManagerOf(facts), OpenerOf(facts),
+                                      DisplayOf(facts), WineOf(facts)};
+  if (facts.wine.isInstalled && !facts.documents.empty()) {
+    findings.push_back(SharedDocumentsOf(facts));
+  }
+  return findings;
 }
 
-std::vector<SystemFinding> LinuxFindings() { return FindingsOf(LookAtDesktop()); }
+std::vector<SystemFinding> LinuxFindings(const std::string& startFolder) {
+  return FindingsOf(LookAtDesktop(startFolder));
+}
 
 }  // namespace tarvo

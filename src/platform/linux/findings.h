@@ -9,7 +9,7 @@
 
 namespace tarvo {
 
-// What of the desktop and of wine is there.
+// What of the desktop and of wine is there, and where documents are kept.
 struct DesktopFacts {
   FileManager fileManager = FileManager::kNoBus;
   bool hasOpener = false;  // "xdg-open"
@@ -17,14 +17,19 @@ struct DesktopFacts {
   bool x11DisplayAnswers = false;
   std::string waylandDisplay;  // $WAYLAND_DISPLAY
   WineSupport wine;
+  std::string documents;         // the folder in which settings are shared; "" when there is none
+  bool documentsChosen = false;  // by $TARVO_COMMON_DOCUMENTS
+  std::string wineDocuments;     // where programs for Windows have their common documents
+  bool documentsShared = false;  // both are one folder, by whatever paths
 };
 
-DesktopFacts LookAtDesktop();
+// `startFolder` as in CommonDocumentsFolder.
+DesktopFacts LookAtDesktop(const std::string& startFolder);
 
 // The facts for a technician: what follows, and what to do about what is missing.
 std::vector<SystemFinding> FindingsOf(const DesktopFacts& facts);
 
 // Both together; see Platform::Findings.
-std::vector<SystemFinding> LinuxFindings();
+std::vector<SystemFinding> LinuxFindings(const std::string& startFolder);
 
 }  // namespace tarvo

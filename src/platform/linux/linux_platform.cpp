@@ -244,7 +244,7 @@ class LinuxPlatform final : public Platform {
   // This system keeps no program settings beside the settings store.
   void DeleteProgramSettings(std::string_view, std::string_view) override {}
 
-  std::vector<SystemFinding> Findings() override { return LinuxFindings(); }
+  std::vector<SystemFinding> Findings() override { return LinuxFindings(startFolder_); }
 
   bool InputIsTerminal() override { return ::isatty(STDIN_FILENO) == 1; }
 

@@ -54,13 +54,17 @@ bool HasModules(const fs::path& installation, std::string_view processor) {
   return false;
 }
 
+// The user's Windows folder; it may not exist yet.
+std::string WindowsFolder() {
+  const char* home = std::getenv("HOME");
+  const char* chosen = std::getenv("WINEPREFIX");
+  return chosen && *chosen ? std::string(chosen) : std::string(home ? home : "") + "/.wine";
+}
+
 // Whether the user's Windows folder is one of 32-bit Windows, or will be when it is made. Its file
 // "system.reg" says so in a line at its beginning.
 bool HasFolderOf32BitWindows() {
-  const char* home = std::getenv("HOME");
-  const char* chosen = std::getenv("WINEPREFIX");
-  const std::string folder =
-      chosen && *chosen ? std::string(chosen) : std::string(home ? home : "") + "/.wine";
+  const std::string folder = WindowsFolder();
   try {
     constexpr std::size_t kBeginning = 512;
     const std::string text =
@@ -117,5 +121,7 @@ WineSupport FindWine() {
   if (HasFolderOf32BitWindows()) wine.runs64Bit = false;
   return wine;
 }
+
+std::string WineCommonDocuments() { return WindowsFolder() + "/drive_c/users/Public/Documents"; }
 
 }  // namespace tarvo

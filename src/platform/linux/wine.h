@@ -35,4 +35,8 @@ struct WineSupport {
 // container for instance, is taken to run both. Never throws.
 WineSupport FindWine();
 
+// The folder that programs for Windows get as the common documents folder (the shell's 46): the one
+// of "C:\users\Public" in the user's Windows folder, which exists from wine's first start on.
+std::string WineCommonDocuments();
+
 }  // namespace tarvo
