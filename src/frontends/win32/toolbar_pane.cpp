@@ -35,6 +35,7 @@ ToolbarPane::ToolbarPane(Toolbar& toolbar, EventLoop& loop, HWND parent, int ide
   Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
   SetDotsPerInch(GetDpiForWindow(parent));
   for (std::size_t i = 0; i < toolbar.Buttons.size(); ++i) Add(i);
+  SetWidths(LOWORD(Send(TB_GETBUTTONSIZE)));
   ShowPlainText(FromNumber<HWND>(Send(TB_GETTOOLTIPS)));
 }
 
@@ -54,8 +55,21 @@ void ToolbarPane::SetDotsPerInch(unsigned dotsPerInch) {
   Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Get()));
   const int size = side + At(dotsPerInch, kButtonPadding);
   Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size, size));
+  SetWidths(size);
   images_ = std::move(images);
   disabledImages_ = std::move(disabled);
+}
+
+// The texts that are not shown must not make a button wider.
+void ToolbarPane::SetWidths(int width) {
+  for (std::size_t i = 0; i < toolbar_.Buttons.size(); ++i) {
+    if (toolbar_.Buttons[i].IsSeparator) continue;
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_SIZE;
+    info.cx = static_cast<WORD>(width);
+    Send(TB_SETBUTTONINFOW, kFirstCommand + i, reinterpret_cast<LPARAM>(&info));
+  }
 }
 
 void ToolbarPane::Add(std::size_t number) {

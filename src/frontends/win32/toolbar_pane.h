@@ -40,6 +40,7 @@ class ToolbarPane {
 
  private:
   void Add(std::size_t number);
+  void SetWidths(int width);
   void SyncButton(std::size_t number);
   std::optional<LRESULT> HandleKey(const Message& message);
   void MoveHotButton(int step);

@@ -75,6 +75,19 @@ TEST_F(BarsAndMenusTest, EveryEnabledToolbarButtonRunsTheHandlerWithItsKey) {
   EXPECT_EQ(keys, expected);
 }
 
+TEST_F(BarsAndMenusTest, ALongToolTipMakesNoButtonWider) {
+  Start();
+  const auto width = [this] {
+    RECT place = {};
+    SendMessageW(Bar(), TB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&place));
+    return place.right - place.left;
+  };
+  const LONG before = width();
+  State().tbToolBar.ButtonByKey("Delete").ToolTipText = std::string(200, 'x');
+  screen.RunGuarded([] {});
+  EXPECT_EQ(width(), before);
+}
+
 TEST_F(BarsAndMenusTest, ChoosingAViewPressesItsButtonAndChecksItsEntry) {
   Start();
   Press("ViewDetails");

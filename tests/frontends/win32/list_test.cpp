@@ -61,6 +61,24 @@ class ListTest : public ScreenRun {
     return static_cast<int>(
         SendMessageW(List(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
   }
+  // Whether anything but the background is on the screen where the row's picture belongs. The
+  // place is wiped first, so that what has been there before does not count.
+  bool ShowsPicture(int row) {
+    RECT place = {};
+    place.left = LVIR_ICON;
+    SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&place));
+    const HDC context = GetDC(List());
+    FillRect(context, &place, GetSysColorBrush(COLOR_WINDOW));
+    RedrawWindow(List(), &place, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    bool isThere = false;
+    for (int y = place.top; y < place.bottom && !isThere; y += 2) {
+      for (int x = place.left; x < place.right && !isThere; x += 2)
+        isThere = GetPixel(context, x, y) != GetSysColor(COLOR_WINDOW);
+    }
+    ReleaseDC(List(), context);
+    return isThere;
+  }
   int ImageOf(int row) {
     LVITEMW item{};
     item.mask = LVIF_IMAGE;
@@ -130,6 +148,16 @@ TEST_F(ListTest, ThereAreNoScrollBarsWhereEverythingFits) {
     ChooseView(mode);
     EXPECT_EQ(GetWindowLongPtrW(List(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), 0) << mode;
   }
+}
+
+TEST_F(ListTest, TheFirstPictureIsSeenInEveryView) {
+  StartWith({"a"});
+  for (const ViewMode mode : {kDetails, kList, kSmallIcons, kLargeIcons}) {
+    ChooseView(mode);
+    EXPECT_TRUE(WaitFor([this] { return ShowsPicture(0); })) << mode;
+  }
+  Choose(State().mnuViewRefresh);
+  EXPECT_TRUE(WaitFor([this] { return ShowsPicture(0); }));
 }
 
 TEST_F(ListTest, PicturesAreTakenFromTheImageListsByTheirIndex) {
