@@ -3,11 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "frontends/win32/resource_ids.h"
-
 namespace tarvo::win32 {
 
-inline constexpr int kProgramIconResource = TARVO_PROGRAM_ICON;
+inline constexpr int kProgramIconResource = 1;          // the number of the program's icon
 inline constexpr const wchar_t* kPngResource = L"PNG";  // the type of the program's pictures
 
 // The bytes of a resource of the program's; "" when there is none.
