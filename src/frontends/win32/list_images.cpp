@@ -15,6 +15,11 @@ ListImages::ListImages(int side, SIZE cell, unsigned dotsPerInch)
       dotsPerInch_(dotsPerInch),
       images_(ImageList_Create(cell.cx, cell.cy, ILC_COLOR32 | ILC_MASK, 0, kMoreAtATime)) {}
 
+void ListImages::Clear() {
+  ImageList_RemoveAll(images_.Get());
+  indexes_.clear();
+}
+
 int ListImages::IndexOf(const PicturePointer& picture) {
   const auto known = indexes_.find(picture);
   if (known != indexes_.end()) return known->second;

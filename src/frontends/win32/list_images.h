@@ -16,6 +16,9 @@ class ListImages {
 
   HIMAGELIST Get() const { return images_.Get(); }
 
+  // Forgets all pictures.
+  void Clear();
+
   // The index of a picture in the system's list.
   int IndexOf(const PicturePointer& picture);
 

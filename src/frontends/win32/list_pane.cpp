@@ -91,9 +91,12 @@ void ListPane::Detach() {
   Send(LVM_DELETEALLITEMS);
 }
 
-// New texts or pictures of the same items leave the user's place in the list as it is.
+// New texts or pictures of the same items leave the user's place in the list as it is. A list that
+// has been built anew has pictures of its own: those from before would pile up.
 void ListPane::TakeOverItems() {
   generation_ = list_->Generation();
+  large_->Clear();
+  small_->Clear();
   std::vector<const ListItem*> items;
   std::vector<std::string> names;
   for (int i = 0; i < list_->Count(); ++i) {

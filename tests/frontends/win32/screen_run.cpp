@@ -74,6 +74,14 @@ std::string TextOf(HWND window) {
   return win32::Narrow(text);
 }
 
+HWND WithText(HWND dialog, const std::string& text) {
+  HWND child = nullptr;
+  while ((child = FindWindowExW(dialog, child, nullptr, nullptr))) {
+    if (TextOf(child) == text) return child;
+  }
+  return nullptr;
+}
+
 std::string ClassOf(HWND window) {
   wchar_t name[64] = {};
   GetClassNameW(window, name, std::size(name));

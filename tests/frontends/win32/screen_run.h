@@ -23,6 +23,10 @@ void WhenDialogAppears(const std::function<void(HWND)>& answer);
 void AnswerMessage(int button, std::string* text = nullptr);
 
 std::string TextOf(HWND window);
+
+// The control of a dialog that shows a text; null when none does.
+HWND WithText(HWND dialog, const std::string& text);
+
 std::string ClassOf(HWND window);
 
 // The outer bounds of a window on the screen, or of a control on its window.

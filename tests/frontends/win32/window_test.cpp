@@ -1,4 +1,3 @@
-#include "base/runtime_error.h"
 #include "frontends/win32/fonts.h"
 #include "screen_run.h"
 
@@ -13,9 +12,6 @@ class WindowTest : public ScreenRun {
                  SWP_NOZORDER | SWP_NOACTIVATE);
   }
   void Close() { SendMessageW(Window(), WM_CLOSE, 0, 0); }
-  void PostChoice(const MenuItem& entry) {
-    PostMessageW(Window(), WM_COMMAND, Shown(entry).wID, 0);
-  }
 };
 
 TEST_F(WindowTest, OpensAtItsStandardPlace) {
@@ -131,90 +127,6 @@ TEST_F(WindowTest, AnotherResolutionKeepsTheSizeInTwips) {
   RECT inner = {};
   GetClientRect(Window(), &inner);
   EXPECT_EQ(PlaceOf(list).width, inner.right);
-}
-
-TEST_F(WindowTest, TheEventLoopEndsWithTheMainWindow) {
-  Start();
-  PostMessageW(Window(), WM_CLOSE, 0, 0);
-  screen.RunEventLoop();
-  EXPECT_TRUE(screen.LoadedForms().empty());
-}
-
-TEST_F(WindowTest, AWindowClosedBeforeTheEventLoopEndsTheRun) {
-  Start();
-  Close();
-  screen.RunEventLoop();
-  EXPECT_TRUE(screen.LoadedForms().empty());
-}
-
-TEST_F(WindowTest, APostedQuitDoesNotEndTheEventLoopBehindTheWindowsBack) {
-  Start();
-  PostQuitMessage(0);
-  PostMessageW(Window(), WM_CLOSE, 0, 0);
-  screen.RunEventLoop();
-  EXPECT_EQ(Stored("Tarvo_Settings_MainWidth"), "6500");
-}
-
-bool ranTimer = false;
-void CALLBACK NoteTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
-  KillTimer(nullptr, timer);
-  ranTimer = true;
-}
-
-TEST_F(WindowTest, NestedWaitsReturnAtOnceWhenNoWindowIsLoaded) {
-  Start();
-  Close();
-  ranTimer = false;
-  SetTimer(nullptr, 0, 1, &NoteTimer);
-  screen.Yield();
-  screen.YieldUntilEvent(3600);
-  EXPECT_FALSE(ranTimer);
-  EXPECT_TRUE(WaitFor([] { return ranTimer; }));
-}
-
-TEST_F(WindowTest, AYieldRunsWhatWaits) {
-  Start();
-  int runs = 0;
-  State().mnuViewOptions.Click = [&] { ++runs; };
-  PostChoice(State().mnuViewOptions);
-  screen.Yield();
-  EXPECT_EQ(runs, 1);
-}
-
-TEST_F(WindowTest, AYieldUntilAnEventIsEndedByTheEvent) {
-  Start();
-  ranTimer = false;
-  SetTimer(nullptr, 0, 1, &NoteTimer);
-  EXPECT_TRUE(WaitFor([this] {
-    if (!ranTimer) screen.YieldUntilEvent(3600);
-    return ranTimer;
-  }));
-}
-
-TEST_F(WindowTest, AnErrorInAHandlerEndsTheEventLoop) {
-  Start();
-  State().mnuViewOptions.Click = [] { throw RuntimeError(kPermissionDenied); };
-  PostChoice(State().mnuViewOptions);
-  screen.RunEventLoop();
-  EXPECT_EQ(screen.Failure(), RuntimeError(kPermissionDenied).StandardMessage());
-}
-
-TEST_F(WindowTest, AnErrorDuringAYieldEndsTheHandlerThatYields) {
-  Start();
-  bool wentOn = false;
-  State().mnuViewOptions.Click = [] { throw RuntimeError(kPermissionDenied); };
-  State().mnuViewRefresh.Click = [&] {
-    PostChoice(State().mnuViewOptions);
-    try {
-      screen.Yield();
-    } catch (const std::exception&) {
-    }
-    wentOn = true;
-  };
-  PostChoice(State().mnuViewRefresh);
-  screen.RunEventLoop();
-  EXPECT_FALSE(wentOn);
-  EXPECT_EQ(screen.Failure(), RuntimeError(kPermissionDenied).StandardMessage());
 }
 
 // Counts what reaches its handlers.
