@@ -23,7 +23,7 @@ def driver_name(number):
     return f"Driver {number:03}"
 
 
-def _icon_file():
+def icon_file():
     """An icon file with opaque squares of one colour, 32 bits per pixel."""
     red, green, blue = bytes.fromhex(ICON_COLOUR[1:])
     directory = struct.pack("<HHH", 0, 1, len(_ICON_SIDES))
@@ -40,7 +40,7 @@ def _icon_file():
 
 
 def _make_drivers(folder):
-    icon = _icon_file()
+    icon = icon_file()
     for number in range(DRIVERS):
         driver = folder / driver_name(number)
         for subfolder in range(_SUBFOLDERS):
