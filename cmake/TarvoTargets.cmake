@@ -40,7 +40,7 @@ if(TARVO_SANITIZE)
 endif()
 # The tests' own sources take most of the time of a build, above all with sanitizers and full debugging
 # information, and gain little from either: they are optimised less than what they test.
-set(TARVO_TEST_OPTIONS $<IF:$<BOOL:${TARVO_SANITIZE}>,-O0;-g1,$<$<CONFIG:Release>:-O1>>)
+set(TARVO_TEST_OPTIONS $<IF:$<BOOL:${TARVO_SANITIZE}>,-O0,$<$<CONFIG:Release>:-O1>>)
 function(tarvo_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_executable(${name}_test ${arg_SOURCES})

@@ -19,7 +19,8 @@ class Utf8Output {
   Utf8Output& operator=(const Utf8Output&) = delete;
 
  private:
-  [[maybe_unused]] unsigned before_ = 0;  // the terminal's code page, on systems whose terminals have one
+  // The terminal's code page, on systems whose terminals have one.
+  [[maybe_unused]] unsigned before_ = 0;
 };
 
 }  // namespace tarvo
