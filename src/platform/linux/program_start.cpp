@@ -6,7 +6,8 @@ std::vector<std::string> ProgramArguments(int count, const char* const* values) 
   return {values + (count > 0 ? 1 : 0), values + count};
 }
 
-Utf8Output::Utf8Output() = default;
-Utf8Output::~Utf8Output() = default;
+// Terminals of this system take what a program writes in the user's encoding, which is UTF-8.
+Utf8Output::Utf8Output() {}
+Utf8Output::~Utf8Output() {}
 
 }  // namespace tarvo
