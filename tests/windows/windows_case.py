@@ -158,7 +158,7 @@ class WindowsCase(unittest.TestCase):
 
     def install(self, package=METER):
         """Unpacks a package where the program finds drivers; gives the driver's folder."""
-        folder = self.folders.drivers / package.partition("_")[0]
+        folder = self.folders.drivers / package.partition(".")[0].partition("_")[0]
         with zipfile.ZipFile(PACKAGES / package) as archive:
             archive.extractall(folder)
         (folder / "Data").mkdir()
