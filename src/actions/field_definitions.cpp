@@ -225,11 +225,12 @@ void AppendFieldDefinitions(Platform& platform, std::string_view driverFolder) {
   const std::string path = ResolveName(platform, JoinPath(driverFolder, kDescription));
   if (platform.IsLink(path)) throw RuntimeError(kPathFileAccessError);
   // Opened for writing too: a description that may not be written is not replaced either.
-  const auto description = platform.OpenFile(path, OpenFor::kReadingAndWriting);
+  auto description = platform.OpenFile(path, OpenFor::kReadingAndWriting);
   if (EndsWithLines(*description, lines)) return;
   ReplaceFile(platform, path, [&](File& longer) {
     CopyBytes(*description, longer);
     AppendDefinitions(longer, lines);
+    description.reset();  // not every drive lets an open file be replaced
   });
 }
 

@@ -120,7 +120,7 @@ std::vector<MadeMember> SmallDriver() {
 std::map<std::string, std::string> TreeOf(const std::string& folder) {
   std::map<std::string, std::string> tree;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    const std::string name = fs::relative(entry.path(), folder).string();
+    const std::string name = fs::relative(entry.path(), folder).generic_string();
     tree[name] = entry.is_directory() ? "<folder>" : ReadFileAt(entry.path().string());
   }
   return tree;

@@ -108,8 +108,7 @@ class ProgramRun : public ::testing::Test {
   // A tool of a driver, a shell script that notes its name and arguments in "calls" of the
   // temporary folder and then runs `commands`.
   std::string DriverTool(const std::string& name, const std::string& commands = {}) const {
-    return folder.WriteProgram(InDrivers(name),
-                               "echo \"$0 $*\" >> '" + folder / "calls" + "'\n" + commands);
+    return folder.WriteNotingProgram(InDrivers(name), folder / "calls", commands);
   }
 
   TemporaryFolder folder;

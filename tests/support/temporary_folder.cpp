@@ -10,6 +10,13 @@
 namespace tarvo::test {
 namespace fs = std::filesystem;
 
+namespace {
+
+// Libraries differ in what they take a narrow text for; ours are UTF-8.
+fs::path PathOf(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+
+}  // namespace
+
 TemporaryFolder::TemporaryFolder() : previous_(fs::current_path()), path_(MakeUniqueFolder()) {}
 
 TemporaryFolder::~TemporaryFolder() {
@@ -26,17 +33,18 @@ std::string TemporaryFolder::operator/(std::string_view name) const {
 }
 
 std::string TemporaryFolder::MakeFolder(std::string_view name) const {
-  fs::create_directories(*this / name);
+  fs::create_directories(PathOf(*this / name));
   return *this / name;
 }
 
 std::string TemporaryFolder::WriteFile(std::string_view name, std::string_view content) const {
-  const fs::path path = *this / name;
+  const std::string given = *this / name;
+  const fs::path path = PathOf(given);
   fs::create_directories(path.parent_path());
   std::ofstream file(path, std::ios::binary);
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
-  return path.string();
+  if (!file.flush()) throw std::runtime_error("cannot write " + given);
+  return given;
 }
 
 std::string TemporaryFolder::ReadFile(std::string_view name) const {
@@ -44,7 +52,7 @@ std::string TemporaryFolder::ReadFile(std::string_view name) const {
 }
 
 std::string ReadFileAt(const std::string& path) {
-  std::ifstream file(fs::path(path), std::ios::binary);
+  std::ifstream file(PathOf(path), std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path);
   return {std::istreambuf_iterator<char>(file), {}};
 }

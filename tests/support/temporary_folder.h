@@ -29,6 +29,10 @@ class TemporaryFolder {
   // only the program without commands can be had, which ends at once.
   std::string WriteProgram(std::string_view name, std::string_view commands) const;
 
+  // The same with a program that first adds a line to the file `notes`: its path and its arguments.
+  std::string WriteNotingProgram(std::string_view name, const std::string& notes,
+                                 std::string_view commands) const;
+
   std::string ReadFile(std::string_view name) const;
 
  private:

@@ -1,6 +1,7 @@
 #include "platform/windows/folder_listing.h"
 
 #include <memory>
+#include <string>
 
 #include "platform/windows/file_status.h"
 #include "platform/windows/system_path.h"
@@ -44,9 +45,11 @@ void ForEachIn(std::string_view folder, const std::function<void(const WIN32_FIN
                          FIND_FIRST_EX_LARGE_FETCH));
   if (listing.get() == INVALID_HANDLE_VALUE) {
     const DWORD code = ::GetLastError();
+    if (!IsFolderAt(SystemPath(folder))) {
+      throw RuntimeError::About(kPathNotFound, std::string(folder));
+    }
     // An empty root has not even "." in it, so nothing matches.
-    const bool isEmpty = code == ERROR_FILE_NOT_FOUND && IsFolderAt(SystemPath(folder));
-    if (isEmpty) return;
+    if (code == ERROR_FILE_NOT_FOUND) return;
     throw FolderErrorFromCode(code, folder);
   }
   do {

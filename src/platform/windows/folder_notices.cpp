@@ -58,6 +58,13 @@ void FolderNotices::Read() {
   }
 }
 
+bool FolderNotices::Await() {
+  constexpr DWORD kPatience = 50;  // milliseconds
+  if (!isUnderWay_ || ::WaitForSingleObject(event_.get(), kPatience) != WAIT_OBJECT_0) return false;
+  Read();
+  return true;
+}
+
 void FolderNotices::Take(std::size_t size) {
   // More has happened than there was room for.
   if (size == 0) areIncomplete_ = true;

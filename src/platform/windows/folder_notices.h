@@ -29,6 +29,9 @@ class FolderNotices {
   // Takes the notices that have come since the last call. Does not wait.
   void Read();
 
+  // Takes the next notices; waits for them, but not long. Whether some have come.
+  bool Await();
+
   // The last notice read of a path from the folder; paths are followed through renamings.
   Order LastOf(const std::string& path) const;
 

@@ -50,15 +50,24 @@ class WindowsFolderWatch final : public FolderWatch {
   std::string NewestFile() override {
     try {
       notices_.Read();
-      const std::string newest = FindNewest();
-      return newest.empty() ? newest : JoinPath(folder_, newest);
+      News newest = FindNewest();
+      // The notice of a file may come a moment after the file.
+      constexpr int kMost = 20;
+      for (int i = 0; i < kMost && IsUnnoticed(newest) && notices_.Await(); ++i) {
+        newest = FindNewest();
+      }
+      return newest.path.empty() ? newest.path : JoinPath(folder_, newest.path);
     } catch (const std::exception&) {
       return {};  // the folder is gone, or there is no memory
     }
   }
 
  private:
-  std::string FindNewest() const {
+  bool IsUnnoticed(const News& newest) const {
+    return hasSilent_ && !notices_.AreIncomplete() && !newest.path.empty();
+  }
+
+  News FindNewest() {
     News noticed;
     News silent;
     WalkVisibleTree(
@@ -79,8 +88,9 @@ class WindowsFolderWatch final : public FolderWatch {
             best = std::move(news);
           }
         });
-    if (silent.path.empty()) return noticed.path;
-    return noticed.path.empty() || silent.time > noticed.time ? silent.path : noticed.path;
+    hasSilent_ = !silent.path.empty();
+    if (!hasSilent_) return noticed;
+    return noticed.path.empty() || silent.time > noticed.time ? silent : noticed;
   }
 
   // When a file was written. A time before the watch was given to it by whoever wrote it; then the
@@ -94,6 +104,7 @@ class WindowsFolderWatch final : public FolderWatch {
   const std::uint64_t begin_;
   FolderNotices notices_;
   FolderMemory memory_;
+  bool hasSilent_ = false;  // a file has been found that there is no notice of
 };
 
 }  // namespace

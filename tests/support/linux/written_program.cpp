@@ -10,4 +10,9 @@ std::string TemporaryFolder::WriteProgram(std::string_view name, std::string_vie
   return path;
 }
 
+std::string TemporaryFolder::WriteNotingProgram(std::string_view name, const std::string& notes,
+                                                std::string_view commands) const {
+  return WriteProgram(name, "echo \"$0 $*\" >> '" + notes + "'\n" + std::string(commands));
+}
+
 }  // namespace tarvo::test

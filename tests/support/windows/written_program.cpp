@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <stdexcept>
 
 #include "support/temporary_folder.h"
@@ -7,9 +6,15 @@ namespace tarvo::test {
 
 std::string TemporaryFolder::WriteProgram(std::string_view name, std::string_view commands) const {
   if (!commands.empty()) throw std::invalid_argument("there is no shell here");
-  const std::string path = WriteFile(name);
-  std::filesystem::copy_file(IDLE_PROGRAM, path, std::filesystem::copy_options::overwrite_existing);
-  return path;
+  return WriteFile(name, ReadFileAt(NOTING_PROGRAM));
+}
+
+// The program reads where to note from its own end, since a file beside it would be in the test's
+// way.
+std::string TemporaryFolder::WriteNotingProgram(std::string_view name, const std::string& notes,
+                                                std::string_view commands) const {
+  const std::string program = ReadFileAt(WriteProgram(name, commands));
+  return WriteFile(name, program + "notes=" + notes);
 }
 
 }  // namespace tarvo::test
