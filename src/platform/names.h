@@ -13,7 +13,8 @@ namespace tarvo {
 // through these functions.
 
 // The path with every name spelt as it stands on the disk: an exact match wins over one that
-// differs in letter case; a name that names nothing stays as it is.
+// differs in letter case; a name that names nothing stays as it is, and so does one that the system
+// itself finds in any letter case.
 std::string ResolveName(Platform& platform, std::string_view path);
 
 // Whether a path names a folder, a file of any kind, in any letter case. Hidden

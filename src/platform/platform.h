@@ -56,10 +56,10 @@ struct CalendarDate {
 // ForwardingPlatform).
 //
 // Paths are UTF-8 with the system's separator; relative ones start at the process's current folder.
-// Names are taken exactly here, letter case included; finding them in any letter case is the
-// business of platform/names.h. Unless a function says otherwise, a failure throws a RuntimeError
-// with the classic number: 53 file not found, 61 disk full, 70 permission denied, 75 path/file
-// access error, 76 path not found.
+// Names are taken as the system takes them: exactly, letter case included, on Linux, in any letter
+// case on Windows; finding them in any letter case everywhere is the business of platform/names.h.
+// Unless a function says otherwise, a failure throws a RuntimeError with the classic number: 53
+// file not found, 61 disk full, 70 permission denied, 75 path/file access error, 76 path not found.
 class Platform {
  public:
   virtual ~Platform() = default;
@@ -90,8 +90,9 @@ class Platform {
   // length.
   virtual std::vector<FolderEntry> Entries(std::string_view folder) = 0;
 
-  // The attributes of what a path names, symbolic links followed; nothing when it names nothing
-  // that can be reached. Never throws.
+  // The attributes of what a path names, symbolic links followed, with any marks beside those above
+  // that the system shows its users; nothing when it names nothing that can be reached. Never
+  // throws.
   virtual std::optional<unsigned> Attributes(std::string_view path) = 0;
 
   // Whether a path names a symbolic link itself, wherever that leads. Never throws.
