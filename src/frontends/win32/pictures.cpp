@@ -146,6 +146,22 @@ Pixels DecodeOwn(const std::string& name, int side) {
   return best.empty() ? Pixels() : DecodeImage(best);
 }
 
+// A bit for each pixel, set where nothing is to be seen, in rows of whole words. Alpha decides what
+// is drawn; but of a picture without any, the system takes the mask alone.
+std::vector<BYTE> TransparentBits(const Pixels& pixels) {
+  const std::size_t rowBytes = (static_cast<std::size_t>(pixels.width) + 15) / 16 * 2;
+  std::vector<BYTE> bits(rowBytes * static_cast<std::size_t>(pixels.height));
+  for (int y = 0; y < pixels.height; ++y) {
+    for (int x = 0; x < pixels.width; ++x) {
+      if (pixels.At(x, y) >> 24 != 0) continue;
+      const std::size_t place =
+          static_cast<std::size_t>(y) * rowBytes + static_cast<std::size_t>(x) / 8;
+      bits[place] = static_cast<BYTE>(bits[place] | 0x80 >> x % 8);
+    }
+  }
+  return bits;
+}
+
 }  // namespace
 
 Pixels Decode(const Picture* picture, int side) {
@@ -164,10 +180,8 @@ IconHandle MakeIcon(const Pixels& pixels) {
   const BitmapHandle colour(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
   if (!colour) return {};
   std::copy(pixels.values.begin(), pixels.values.end(), static_cast<std::uint32_t*>(bits));
-  // Where alpha decides, the mask says nothing.
-  const std::size_t rowBytes = (static_cast<std::size_t>(pixels.width) + 15) / 16 * 2;
-  const std::vector<BYTE> opaque(rowBytes * static_cast<std::size_t>(pixels.height));
-  const BitmapHandle mask(CreateBitmap(pixels.width, pixels.height, 1, 1, opaque.data()));
+  const std::vector<BYTE> transparent = TransparentBits(pixels);
+  const BitmapHandle mask(CreateBitmap(pixels.width, pixels.height, 1, 1, transparent.data()));
   ICONINFO icon{};
   icon.fIcon = TRUE;
   icon.hbmColor = colour.Get();

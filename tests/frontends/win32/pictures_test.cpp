@@ -94,6 +94,31 @@ TEST(PicturesTest, AnIconKeepsItsPixels) {
   EXPECT_EQ(shape.bmBitsPixel, 32);
 }
 
+// The colour of a pixel of a magenta surface on which the icon has been drawn.
+COLORREF OnMagenta(const Pixels& picture, int x, int y) {
+  constexpr COLORREF kMagenta = RGB(0xFF, 0, 0xFF);
+  HDC const screen = GetDC(nullptr);
+  const MemoryContext context(CreateCompatibleDC(screen));
+  const BitmapHandle surface(CreateCompatibleBitmap(screen, picture.width, picture.height));
+  ReleaseDC(nullptr, screen);
+  const Selected selected(context.Get(), surface.Get());
+  for (int i = 0; i < picture.width * picture.height; ++i)
+    SetPixel(context.Get(), i % picture.width, i / picture.width, kMagenta);
+  const IconHandle icon = MakeIcon(picture);
+  DrawIconEx(context.Get(), 0, 0, icon.Get(), picture.width, picture.height, 0, nullptr, DI_NORMAL);
+  return GetPixel(context.Get(), x, y);
+}
+
+TEST(PicturesTest, AnIconHidesNothingWhereItsPictureIsTransparent) {
+  const Pixels nothing(20, 20);
+  EXPECT_EQ(OnMagenta(nothing, 0, 0), RGB(0xFF, 0, 0xFF));
+  EXPECT_EQ(OnMagenta(nothing, 19, 19), RGB(0xFF, 0, 0xFF));
+  Pixels point(20, 20);
+  point.At(17, 3) = 0xFF123456;
+  EXPECT_EQ(OnMagenta(point, 17, 3), RGB(0x12, 0x34, 0x56));
+  EXPECT_EQ(OnMagenta(point, 16, 3), RGB(0xFF, 0, 0xFF));
+}
+
 TEST(PicturesTest, TheProgramHasItsIcon) {
   EXPECT_TRUE(ProgramIcon(SM_CXICON, USER_DEFAULT_SCREEN_DPI));
   EXPECT_TRUE(ProgramIcon(SM_CXSMICON, USER_DEFAULT_SCREEN_DPI));
