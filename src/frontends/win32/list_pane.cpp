@@ -81,6 +81,11 @@ void ListPane::Sync(const std::string& accessibleName) {
   EnableChild(window_, list_->Enabled);
   if (!IsSynced()) TakeOverItems();
   TakeOverView();
+  if (view_ == kDetails && !hasCells_) {
+    BeginChanges();
+    FillCells();
+    EndChanges();
+  }
   TakeOverColumns();
   TakeOverSelection();
 }
@@ -135,6 +140,14 @@ void ListPane::FillItems() {
     item.pszText = name.data();
     item.iImage = I_IMAGECALLBACK;
     Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  }
+  hasCells_ = false;
+}
+
+// Only the details view needs the other columns; long lists of icons are filled faster without.
+void ListPane::FillCells() {
+  hasCells_ = true;
+  for (std::size_t i = 0; i < names_.size(); ++i) {
     for (int column = 1; column <= ListItem::kSubItems; ++column) {
       LVITEMW cell{};
       cell.iSubItem = column;

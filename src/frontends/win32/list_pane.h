@@ -43,6 +43,7 @@ class ListPane : private ListGestures {
   void AddColumns();
   void TakeOverItems();
   void FillItems();
+  void FillCells();
   void BeginChanges();
   void EndChanges();
   void TakeOverView();
@@ -70,6 +71,7 @@ class ListPane : private ListGestures {
   std::vector<const ListItem*> items_;  // as the control knows them ...
   std::vector<std::string> names_;      // ... and their texts
   std::vector<ColumnHeader> columns_;
+  bool hasCells_ = false;  // the control asks for the other columns' texts
   bool settingWidths_ = false;
 };
 

@@ -40,6 +40,7 @@ ToolbarPane::ToolbarPane(Toolbar& toolbar, EventLoop& loop, HWND parent, int ide
 }
 
 void ToolbarPane::SetDotsPerInch(unsigned dotsPerInch) {
+  if (dotsPerInch == dotsPerInch_) return;
   dotsPerInch_ = dotsPerInch;
   const int side = At(dotsPerInch, kToolIcon);
   const int count = static_cast<int>(toolbar_.Buttons.size());
