@@ -2,9 +2,10 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include "base/runtime_error.h"
 #include "platform/windows/code_page.h"
@@ -32,9 +33,12 @@ struct CloseKey {
 };
 using UniqueKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseKey>;
 
-// The root's number is the handle that the system has for it.
 HKEY HandleOf(RegistryRoot root) {
-  return reinterpret_cast<HKEY>(static_cast<std::uintptr_t>(static_cast<LONG>(root)));
+  switch (root) {
+    case RegistryRoot::kClasses:
+      return HKEY_CLASSES_ROOT;
+  }
+  return nullptr;
 }
 
 class WindowsKey final : public RegistryKey {
