@@ -82,24 +82,23 @@ class WindowsProgram(RunningProgram):
     def names(self):
         return [row[0] for row in self.rows()]
 
-    def selected(self):
-        shown = self.list()
-        return [shown["rows"][row][0] for row in shown["selected"]]
-
     def status_text(self):
         return self._main_control("msctls_statusbar32")["rows"][0][0]
 
     def select(self, name):
-        """Selects a driver by the keyboard, from the first entry down."""
+        """Selects a driver in the details view, by the keyboard."""
         self.wait_for_active("Tarvo")
-        self.press("ctrl+Home", "space")
 
         def selected():
-            chosen = self.selected()
+            shown = self.list()
+            names = [row[0] for row in shown["rows"]]
+            chosen = [names[row] for row in shown["selected"]]
             if chosen == [name]:
                 return True
-            if len(chosen) == 1:
-                self.press("Down")
+            if len(chosen) == 1 and name in names:
+                self.press("Down" if names.index(chosen[0]) < names.index(name) else "Up")
+            else:
+                self.press("Home")
             return False
 
         wait_until(selected, f"{name} is selected", DEADLINE)
