@@ -17,9 +17,9 @@ if(WIN32)
   target_link_options(tarvo_options INTERFACE -static)
 endif()
 if(TARVO_SANITIZE)
-  target_compile_options(tarvo_options INTERFACE -fsanitize=address,undefined
-                                                 -fno-sanitize=vptr
-                                                 -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(tarvo_options INTERFACE
+    -fsanitize=address $<$<NOT:$<BOOL:$<TARGET_PROPERTY:TARVO_IS_TEST>>>:-fsanitize=undefined>
+    -fno-sanitize=vptr -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tarvo_options INTERFACE -fsanitize=address,undefined)
 endif()
 
@@ -31,6 +31,15 @@ function(tarvo_library name)
   target_link_libraries(${name} PUBLIC tarvo_options ${arg_LINKS})
 endfunction()
 
+# tarvo_compile_as_test(TARGET)
+# The tests' own sources take most of the time of a build, above all with sanitizers, and gain little:
+# they are optimised less than what they test, and undefined behaviour is not looked for in them.
+function(tarvo_compile_as_test target)
+  target_compile_options(${target} PRIVATE
+    "$<IF:$<BOOL:${TARVO_SANITIZE}>,-O0,$<$<CONFIG:Release>:-O1>>")
+  set_target_properties(${target} PROPERTIES TARVO_IS_TEST ON)
+endfunction()
+
 # tarvo_test(NAME SOURCES file... LINKS library... [NOT_ON_WINDOWS case...])
 # A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case, in a sanitizer
 # build asan.NAME.Suite.Case, because one run of the test runner may cover several builds. For Windows
@@ -39,13 +48,10 @@ endfunction()
 if(TARVO_SANITIZE)
   set(TARVO_TEST_PREFIX asan.)
 endif()
-# The tests' own sources take most of the time of a build, above all with sanitizers and full debugging
-# information, and gain little from either: they are optimised less than what they test.
-set(TARVO_TEST_OPTIONS $<IF:$<BOOL:${TARVO_SANITIZE}>,-O0,$<$<CONFIG:Release>:-O1>>)
 function(tarvo_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;NOT_ON_WINDOWS")
   add_executable(${name}_test ${arg_SOURCES})
-  target_compile_options(${name}_test PRIVATE "${TARVO_TEST_OPTIONS}")
+  tarvo_compile_as_test(${name}_test)
   target_link_libraries(${name}_test PRIVATE tarvo_options tarvo_test_support ${arg_LINKS}
                                              GTest::gmock_main)
   set_target_properties(${name}_test PROPERTIES
