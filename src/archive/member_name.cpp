@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "archive/invalid_package.h"
+#include "archive/unpacking.h"
 #include "base/text.h"
 
 namespace tarvo {
@@ -47,6 +48,9 @@ void AddName(std::string& path, std::string_view name, std::string_view member) 
     throw InvalidPackage(member, "has a drive letter in its path");
   }
   if (name.size() > kLongestName) throw InvalidPackage(member, "has a name that is too long");
+  if (IsUnfinishedName(name)) {
+    throw InvalidPackage(member, "has a name that is kept for files that are not complete");
+  }
   if (!path.empty()) path += '/';
   path += name;
 }

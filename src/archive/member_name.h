@@ -24,7 +24,8 @@ struct MemberPath {
 
 // The path that a member's name means. Backslashes separate like slashes; a separator at the end
 // makes it a folder; "." is passed over. Throws InvalidPackage for a name that is empty, absolute
-// or too long, or that holds "..", a drive letter, an empty name or a control character.
+// or too long, or that holds "..", a drive letter, an empty name, a control character or the name
+// of an unfinished file.
 MemberPath PathOfMember(std::string_view name);
 
 }  // namespace tarvo

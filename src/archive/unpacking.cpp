@@ -18,11 +18,6 @@ constexpr std::string_view kUnfinishedFile = ".tarvo-new-";  // digits follow
                                                " " + std::string(why));
 }
 
-bool IsUnfinished(std::string_view name) {
-  return name.size() > kUnfinishedFile.size() && name.starts_with(kUnfinishedFile) &&
-         name.find_first_not_of("0123456789", kUnfinishedFile.size()) == std::string_view::npos;
-}
-
 void Attempt(const std::function<void()>& step) {
   try {
     step();
@@ -35,6 +30,12 @@ void Attempt(const std::function<void()>& step) {
 
 std::string UnfinishedName(std::uint32_t number) {
   return std::string(kUnfinishedFile) + std::to_string(number);
+}
+
+bool IsUnfinishedName(std::string_view name) {
+  return name.size() > kUnfinishedFile.size() &&
+         EqualIgnoringCase(name.substr(0, kUnfinishedFile.size()), kUnfinishedFile) &&
+         name.find_first_not_of("0123456789", kUnfinishedFile.size()) == std::string_view::npos;
 }
 
 // What a folder holds, found in any letter case.
@@ -205,7 +206,7 @@ void RemoveUnfinishedFiles(Platform& platform, const std::string& folder) {
         const std::string entryPath = JoinPath(path, entry.name);
         if (entry.isFolder) {
           left.push_back(entryPath);
-        } else if (IsUnfinished(entry.name)) {
+        } else if (IsUnfinishedName(entry.name)) {
           Attempt([&] { platform.RemoveFile(entryPath); });
         }
       }

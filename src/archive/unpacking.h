@@ -15,6 +15,10 @@ namespace tarvo {
 // tells the files of one folder apart.
 std::string UnfinishedName(std::uint32_t number);
 
+// Whether a name is one of these, in any letter case. No package may have such a member: it would
+// take the place of another that is not complete.
+bool IsUnfinishedName(std::string_view name);
+
 // Puts the files of a tree into a folder, as Package::Unpack promises: nothing is touched before it
 // is known that every name is free or a file's, then all files are written under other names, then
 // all are renamed. What has not come that far is removed at the end of the object's life.

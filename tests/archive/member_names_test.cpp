@@ -47,6 +47,17 @@ TEST_F(MemberNames, WithNulOrControlCharactersAreRefused) {
               HasSubstr("has a control character in its name"));
 }
 
+TEST_F(MemberNames, OfFilesThatAreNotCompleteAreRefused) {
+  for (const char* name :
+       {".tarvo-new-1", "Data/.tarvo-new-0", ".TARVO-NEW-12", ".tarvo-new-1/a"}) {
+    EXPECT_THAT(Named(name), HasSubstr("has a name that is kept for files that are not complete"))
+        << name;
+  }
+  for (const char* name : {".tarvo-new-", ".tarvo-new-1x", "tarvo-new-1"}) {
+    EXPECT_EQ(Named(name), "") << name;
+  }
+}
+
 TEST_F(MemberNames, OfTooManyBytesAreRefused) {
   EXPECT_EQ(Named(std::string(255, 'x')), "");
   EXPECT_THAT(Named(std::string(256, 'x')), HasSubstr("has a name that is too long"));
