@@ -22,6 +22,14 @@ if(TARVO_SANITIZE)
     -fno-sanitize=vptr -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tarvo_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(TARVO_FUZZ)
+  # The library's own assertions find a string or vector that is read beyond its end within its memory.
+  target_compile_definitions(tarvo_options INTERFACE _GLIBCXX_ASSERTIONS)
+  target_compile_options(tarvo_options INTERFACE
+    -fsanitize=address,undefined,fuzzer-no-link -fno-sanitize=vptr -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(tarvo_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # tarvo_library(NAME SOURCES file... LINKS library...)
 # One static library of the house. LINKS may name only libraries of lower floors.

@@ -52,6 +52,12 @@ kTestPackages=(
   zip
 )
 
+# The fuzzer, its sanitizers and the compiler they belong to.
+kFuzzPackages=(
+  clang
+  libclang-rt-14-dev
+)
+
 # Building for Windows: the cross compiler and zlib for it, the sources of GoogleTest, which is built for
 # Windows, too, and what runs the tests.
 kWindowsPackages=(

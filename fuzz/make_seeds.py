@@ -1,0 +1,116 @@
+"""Makes the seeds of the fuzz targets whose files are binary.
+
+Usage: make_seeds.py [FOLDER], the corpus beside this file unless told otherwise. The same call makes the
+same bytes. Seeds that are texts are written by hand.
+"""
+
+import pathlib
+import struct
+import sys
+import zlib
+
+CORPUS = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent / "corpus"
+UTF8_NAME = 1 << 11
+LATER_SIZES = 1 << 3
+
+
+def _write(target, name, data):
+    folder = CORPUS / target
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / name).write_bytes(data)
+
+
+def _extra(identifier, content):
+    return struct.pack("<HH", identifier, len(content)) + content
+
+
+class _Archive:
+    """A zip archive put together by hand, with whatever is to be odd about it."""
+
+    def __init__(self, before=b""):
+        self.body = before
+        self.shift = len(before)
+        self.entries = []
+
+    def add(self, name, content=b"", deflated=False, flags=0, mode=0, host=3, large=False, unicode=None):
+        packed = content
+        if deflated:
+            packer = zlib.compressobj(9, zlib.DEFLATED, -15)
+            packed = packer.compress(content) + packer.flush()
+        crc, method = zlib.crc32(content), 8 if deflated else 0
+        sizes = (0xFFFFFFFF, 0xFFFFFFFF) if large else (len(packed), len(content))
+        extra = _extra(1, struct.pack("<QQ", len(content), len(packed))) if large else b""
+        if unicode is not None:
+            extra += _extra(0x7075, b"\x01" + struct.pack("<I", zlib.crc32(name)) + unicode)
+        later = flags & LATER_SIZES
+        local = struct.pack("<IHHHHHIIIHH", 0x04034B50, 20, flags, method, 0, 0, 0 if later else crc,
+                            *((0, 0) if later else sizes), len(name), len(extra))
+        offset = len(self.body) - self.shift
+        self.body += local + name + extra + packed
+        if later:
+            self.body += struct.pack("<IIII", 0x08074B50, crc, len(packed), len(content))
+        self.entries.append(
+            struct.pack("<IBBHHHHHIIIHHHHHII", 0x02014B50, 20, host, 45 if large else 20, flags, method,
+                        0, 0, crc, *sizes, len(name), len(extra), 0, 0, 0, mode << 16, offset)
+            + name + extra)
+        return self
+
+    def finish(self, comment=b"", large=False, behind=b""):
+        directory = b"".join(self.entries)
+        start = len(self.body) - self.shift
+        data = self.body + directory
+        count, size, offset = len(self.entries), len(directory), start
+        if large:
+            record = len(data) - self.shift
+            data += struct.pack("<IQHHIIQQQQ", 0x06064B50, 44, 45, 45, 0, 0, count, count, size, offset)
+            data += struct.pack("<IIQI", 0x07064B50, 0, record, 1)
+            count, size, offset = 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF
+        return data + struct.pack("<IHHHHIIH", 0x06054B50, 0, 0, count, count, size, offset,
+                                  len(comment)) + comment + behind
+
+
+DESCRIPTION = b"[Driver]\r\nName=Meter\r\n"
+REPEATED = b"0123456789abcdef" * 40
+
+
+def _package_seeds():
+    def driver(**options):
+        return _Archive(**options).add(b"driver.inf", DESCRIPTION)
+
+    seeds = {
+        "stored": driver().add(b"DOWNLOAD.EXE", b"MZ tool").finish(),
+        "deflated": driver().add(b"readings.txt", REPEATED, deflated=True).finish(),
+        "folders": driver().add(b"Data/").add(b"Data/a/b.txt", b"b").add(b"help/B.TXT", b"c").finish(),
+        "backslashes": driver().add(b"Data\\a.txt", b"a", host=0).finish(),
+        "descriptor": driver().add(b"later.bin", REPEATED, deflated=True, flags=LATER_SIZES).finish(),
+        "zip64": driver().add(b"large.bin", b"content", large=True).finish(large=True),
+        "utf8": driver().add("Ger\u00e4t/\u00e9.txt".encode(), b"x", flags=UTF8_NAME).finish(),
+        "code-page": driver().add(b"Ger\x84t.txt", b"x", host=0).finish(),
+        "unicode-field": driver().add(b"Ger?t", b"x", unicode="Ger\u00e4t".encode(), host=0).finish(),
+        "no-description": _Archive().add(b"reader.cab", b"component").finish(),
+        "comment": driver().finish(comment=b"made by hand"),
+        "zeros-behind": driver().finish(behind=bytes(40)),
+        "before": driver(before=b"#!/bin/sh\nexit 0\n").finish(),
+        "nothing": _Archive().finish(),
+        "twice": driver().add(b"DRIVER.INF", b"again").finish(),
+        "file-and-folder": driver().add(b"a", b"file").add(b"a/b", b"below it").finish(),
+        "up": driver().add(b"../outside", b"x").finish(),
+        "drive": driver().add(b"C:/outside", b"x").finish(),
+        "link": driver().add(b"link", b"/etc", mode=0o120777).finish(),
+        "mode": driver().add(b"tool.exe", b"MZ", mode=0o104755).finish(),
+        "encrypted": driver().add(b"secret", b"x", flags=1).finish(),
+        "long-name": driver().add(b"n" * 255, b"x").finish(),
+        "found-name-of-unfinished-file": driver().add(b".tarvo-new-1", b"not a description").finish(),
+        "empty": b"",
+        "cut": driver().add(b"tool.exe", b"MZ").finish()[:-7],
+    }
+    for name, data in seeds.items():
+        _write("package", name, data)
+
+
+def main():
+    _package_seeds()
+
+
+if __name__ == "__main__":
+    main()
