@@ -108,8 +108,54 @@ def _package_seeds():
         _write("package", name, data)
 
 
+KEY, UPPER_KEY, UMLAUT, INVALID_KEY, LONG_KEY = 0, 1, 4, 6, 127
+FREE_LOCK, FRESH_LOCK, OLD_LOCK, LOCK_WITHOUT_TIME = 4, 0, 1, 2
+
+
+def _record(key, value):
+    """A whole record; the key by its number, the value by that of a short one."""
+    return bytes([5, key, value])
+
+
+def _settings(lock, records, tail=(2,), operations=()):
+    """What settings_fuzz.cpp makes a file of, and what it does to it: pairs of store and operation."""
+    body = bytes([1, lock, len(records)]) + b"".join(records) + bytes(tail)
+    return body + b"".join(bytes([store, *operation]) for store, operation in operations)
+
+
+def _settings_seeds():
+    save, save_long, get, delete, keys = 8, 5, 4, 2, 3
+    two = [_record(KEY, 1), _record(UMLAUT, 2)]
+    seeds = {
+        "no-file": bytes([0, 0, save, KEY, 1, 0, get, KEY]),
+        "save-and-read": _settings(FREE_LOCK, two, operations=[
+            (0, (save, KEY, 2)), (1, (get, UPPER_KEY)), (1, (save, 3, 1)), (0, (keys,))]),
+        "long-and-short": _settings(FREE_LOCK, two, operations=[
+            (0, (save_long, KEY, 3)), (1, (get, KEY)), (1, (save, KEY, 1)), (0, (get, KEY))]),
+        "delete": _settings(FREE_LOCK, two, operations=[
+            (0, (delete, UPPER_KEY)), (0, (delete, KEY)), (1, (save, UMLAUT, 0)), (0, (keys,))]),
+        "refused": _settings(FREE_LOCK, two, operations=[
+            (0, (save, INVALID_KEY, 1)), (1, (get, 126)), (0, (save, LONG_KEY, 1))]),
+        "not-in-the-code-page": _settings(FREE_LOCK, two, operations=[
+            (0, (save, KEY, 4)), (0, (save, 3, 5)), (1, (get, 3))]),
+        "fresh-lock": _settings(FRESH_LOCK, two, operations=[(0, (save, KEY, 1))]),
+        "old-lock": _settings(OLD_LOCK, two, operations=[(0, (get, KEY)), (1, (save, KEY, 1))]),
+        "lock-without-time": _settings(LOCK_WITHOUT_TIME, two, operations=[(1, (save, KEY, 1))]),
+        "cut": _settings(FREE_LOCK, two, tail=(0, 0x10, 4), operations=[(0, (save, 3, 1)), (0, (keys,))]),
+        "longer": _settings(FREE_LOCK, two, tail=(1, 0x10, 4), operations=[(0, (save, 3, 1))]),
+        "chunk-of-another-spelling": _settings(FREE_LOCK, [bytes([1, KEY, 2, 1]), *two], operations=[
+            (0, (save, UPPER_KEY, 1)), (1, (get, KEY))]),
+        "odd-records": _settings(FREE_LOCK, [bytes([2, 120]), bytes([3, 1, 2, KEY, 1]),
+                                             bytes([4, 2, 97, 98, 1]), bytes([0])], operations=[
+            (0, (save, KEY, 1)), (0, (keys,))]),
+    }
+    for name, data in seeds.items():
+        _write("settings", name, data)
+
+
 def main():
     _package_seeds()
+    _settings_seeds()
 
 
 if __name__ == "__main__":
