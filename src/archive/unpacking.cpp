@@ -123,8 +123,10 @@ void Unpacking::FindTarget(std::string_view target) {
   if (attributes) return;
   std::string_view parent = FolderOf(target_);
   while (!parent.empty() && !platform_.Attributes(parent)) {
+    const std::string_view above = FolderOf(parent);
+    if (above == parent) FailAt(target_, "lies on a drive that is not there");
     missingParents_.emplace_back(parent);
-    parent = FolderOf(parent);
+    parent = above;
   }
 }
 

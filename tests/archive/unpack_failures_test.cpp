@@ -154,6 +154,23 @@ TEST_F(UnpackFailures, OnAFullDiskLeaveAnInstalledDriverAsItWas) {
   }
 }
 
+// A drive that has been taken out: not even its root is there.
+class NoDrive : public ForwardingPlatform {
+ public:
+  NoDrive() : ForwardingPlatform(SystemPlatform()) {}
+  std::optional<unsigned> Attributes(std::string_view) override { return std::nullopt; }
+  std::vector<FolderEntry> Entries(std::string_view) override { throw RuntimeError(76); }
+  void MakeFolder(std::string_view) override { throw RuntimeError(76); }
+};
+
+TEST_F(UnpackFailures, OnADriveThatIsNotThereAreTold) {
+  folder.WriteFile("package.drv", ArchiveOf(SmallDriver()));
+  NoDrive platform;
+  Package package(platform, folder / "package.drv");
+  ASSERT_FALSE(package.Check());
+  EXPECT_THROW(package.Unpack(folder / "a/b/target"), RuntimeError);
+}
+
 // Fails when a file is read for the Nth time.
 class UnreadablePlatform : public ForwardingPlatform {
  public:
