@@ -41,10 +41,11 @@ Outcome CheckAndUnpack(Platform& platform, const std::string& path, const std::s
   Outcome outcome;
   outcome.hasDefinitions = HasFieldDefinitions(platform, folder);
   std::string definitions;
-  Absorb([&] { definitions = DefinitionsWithPackage(platform, package, folder); });
+  const bool areKnown =
+      Absorb([&] { definitions = DefinitionsWithPackage(platform, package, folder); });
   Absorb([&] {
     package.Unpack(folder, [&](File& description) { AppendDefinitions(description, definitions); });
-    outcome.hasDefinitions = true;
+    outcome.hasDefinitions = areKnown;
   });
   return outcome;
 }

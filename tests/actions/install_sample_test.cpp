@@ -1,5 +1,6 @@
 #include <sys/stat.h>
 
+#include "base/runtime_error.h"
 #include "install_run.h"
 
 namespace tarvo::test {
@@ -100,6 +101,32 @@ TEST_F(InstallingWithASample, AppendsToADescriptionThatStaysWhenUnpackingFails) 
     EXPECT_TRUE(Install({package}));
     EXPECT_EQ(Description(), std::string("[Old]\r\n") + kLine) << "and not once more";
   }
+}
+
+// The driver's folder can be listed again when its new files are unpacked.
+class HesitantPlatform : public StartingPlatform {
+ public:
+  using StartingPlatform::StartingPlatform;
+  std::vector<FolderEntry> Entries(std::string_view path) override {
+    constexpr int kLooksForASample = 2;
+    if (path.ends_with("/Meter") && ++listings_ <= kLooksForASample) {
+      throw RuntimeError(kDeviceIoError);
+    }
+    return StartingPlatform::Entries(path);
+  }
+
+ private:
+  int listings_ = 0;
+};
+
+TEST_F(InstallingWithASample, AppendsDefinitionsAlsoWhenTheyCouldNotBeMadeBeforeUnpacking) {
+  DriverFile("Meter/driver.inf", "[Old]\r\n");
+  HesitantPlatform hesitant(folder.Path());
+  hesitant.specialFolders = platform.specialFolders;
+  globals = std::make_unique<Globals>(hesitant, status, "");
+  globals->OpenSettings();
+  Install({Meter()});
+  EXPECT_EQ(Description(), std::string("[Driver]\r\n") + kLine);
 }
 
 TEST_F(InstallingWithASample, LeavesNothingUnfinishedOfAKilledRun) {
