@@ -118,7 +118,7 @@ std::optional<RefusedPackage> InstallDrivers(Globals& globals, MainWindow& windo
     StartPropertiesTool(globals.platform, folder);
   }
   frontEnd.SetMousePointer(kDefaultPointer);
-  Absorb([&] { UpdateDriverList(globals, window); });
+  TryUpdateDriverList(globals, window);
   return std::nullopt;
 }
 

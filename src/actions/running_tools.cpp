@@ -61,7 +61,7 @@ void RunDownload(Globals& globals, MainWindow& window, const std::string& driver
     if (!WaitForEnd(globals, window, *process)) return;
     FileMonitor(globals.platform, window.TARVO1);
   }
-  Absorb([&] { UpdateDriverList(globals, window, kCurrentDriver); });
+  TryUpdateDriverList(globals, window, kCurrentDriver);
 }
 
 void StartTool(Platform& platform, const std::string& driver, std::string_view tool) {

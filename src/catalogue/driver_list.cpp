@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/absorb.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -149,6 +150,14 @@ void UpdateDriverList(Globals& globals, MainWindow& window, std::string_view mod
   } else {
     RebuildList(globals, window);
   }
+}
+
+void TryUpdateDriverList(Globals& globals, MainWindow& window, std::string_view mode) {
+  Platform& platform = globals.platform;
+  std::string folder = window.dataPath;  // where the current folder is not known
+  Absorb([&] { folder = platform.CurrentFolder(); });
+  if (Absorb([&] { UpdateDriverList(globals, window, mode); })) return;
+  Absorb([&] { platform.ChangeCurrentFolder(ResolveName(platform, folder)); });
 }
 
 }  // namespace tarvo

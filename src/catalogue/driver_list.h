@@ -22,4 +22,8 @@ inline constexpr const char* kCurrentDriver = "CURRENT";
 // was then.
 void UpdateDriverList(Globals& globals, MainWindow& window, std::string_view mode = {});
 
+// The same for a command that passes over failures and whose run goes on: after one the process is
+// in the folder where it was, so that the next command finds the drivers again.
+void TryUpdateDriverList(Globals& globals, MainWindow& window, std::string_view mode = {});
+
 }  // namespace tarvo

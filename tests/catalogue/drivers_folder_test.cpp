@@ -137,5 +137,13 @@ TEST_F(TheDriversDirectory, ThatCannotBeListedLeavesItselfAsTheCurrentFolder) {
   EXPECT_EQ(platform.CurrentFolder(), folder / InData("Drivers"));
 }
 
+TEST_F(TheDriversDirectory, ThatCannotBeListedIsLeftAgainWhereTheRunGoesOn) {
+  Driver("Meter");
+  UnlistableDrivers unlistable(folder.Path());
+  Globals other(unlistable, frontEnd, "");
+  TryUpdateDriverList(other, window);
+  EXPECT_EQ(platform.CurrentFolder(), folder / kDataFolder);
+}
+
 }  // namespace
 }  // namespace tarvo::test

@@ -12,6 +12,7 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Le;
+using ::testing::SizeIs;
 
 // The clock moves by the time that is waited for, so that a download takes as many turns as it
 // needs. A tool that is to run until the test says so waits for a file to vanish.
@@ -269,6 +270,17 @@ TEST_F(RunningATool, PassesOverAListThatCannotBeRefreshedAfterADownload) {
   };
   EXPECT_EQ(ErrorOf([&] { Download("Meter"); }), 0);
   EXPECT_THAT(frontEnd.messages, IsEmpty());
+}
+
+TEST_F(RunningATool, FindsTheDriverAgainAfterAListThatCouldNotBeRefreshed) {
+  DriverTool("Meter/Download.EXE", "echo 1 >> \"$(dirname \"$0\")/new.csv\"");
+  Start();
+  platform.refusesToList = folder / InData("Drivers");
+  Download("Meter");
+  platform.refusesToList.clear();
+  Download("Meter");
+  EXPECT_THAT(platform.shownFiles, SizeIs(2));
+  EXPECT_EQ(Item("Meter").SubItems[0], "1");
 }
 
 // Tools write into a folder; a file of its name is none.
