@@ -1,0 +1,122 @@
+#include "fault_trial.h"
+
+#include "base/runtime_error.h"
+#include "trial.h"
+
+namespace tarvo::test {
+namespace {
+
+std::string TextOf(const Fault& fault) {
+  static constexpr const char* kNames[] = {"no space", "I/O error", "refused", "short write"};
+  std::string text = kNames[static_cast<std::size_t>(fault.kind)];
+  if (fault.kind == FaultKind::kShortWrite) {
+    text += " of " + std::to_string(fault.sixteenths) + "/16";
+  }
+  return text + (fault.isEverAfter ? " ever after from operation " : " once at operation ") +
+         std::to_string(fault.number);
+}
+
+// How much of its bytes a short write still writes.
+const std::vector<std::size_t>& PartsOf(FaultKind kind) {
+  static const std::vector<std::size_t> one{8};
+  static const std::vector<std::size_t> several{0, 1, 8, 16};
+  return kind == FaultKind::kShortWrite && IsFullTrial() ? several : one;
+}
+
+int FailedParts() {
+  return ::testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
+}
+
+const TreeEntry* Find(const FileTree& tree, const std::string& path) {
+  const auto found = tree.find(path);
+  return found == tree.end() ? nullptr : &found->second;
+}
+
+bool IsSame(const TreeEntry* a, const TreeEntry* b) {
+  return (!a && !b) || (a && b && a->kind == b->kind && a->content == b->content);
+}
+
+}  // namespace
+
+FaultTrial::Outcome FaultTrial::TryFault(const FileTree& start, const Fault& fault) {
+  Restore(start);
+  FailingPlatform failing(system);
+  Prepare(failing);
+  failing.Fail(fault);
+  bool isError = false;
+  try {
+    Work();
+  } catch (const RuntimeError& error) {
+    isError = true;
+    EXPECT_TRUE(MayRaise(failing)) << "raises " << error.Description();
+  } catch (const std::exception& error) {
+    ADD_FAILURE() << error.what();
+    isError = true;
+  }
+  failing.Heal();
+  if (failing.FailedOperation().empty()) return Outcome::kNotReached;
+  SCOPED_TRACE(failing.FailedOperation());
+  hasLostFolder = fault.isEverAfter && failing.HasFailed("ChangeCurrentFolder");
+  CheckAfterFault(Everything(), failing, fault);
+  system.BeginRun();
+  system.PassSeconds(60);  // a lock that was left behind is stale by then
+  try {
+    CheckNextWork(!isError);
+  } catch (const std::exception& error) {
+    ADD_FAILURE() << "the next time: " << error.what();
+  }
+  return isError ? Outcome::kError : Outcome::kSilent;
+}
+
+void FaultTrial::TryEveryFault(std::string_view figure, const FileTree& start, int stride) {
+  constexpr int kMostOperations = 100'000;
+  constexpr long long kEnoughDamage = 5;
+  Count count;
+  for (const FaultKind kind : kFaultKinds) {
+    for (const std::size_t part : PartsOf(kind)) {
+      for (const bool isEverAfter : {false, true}) {
+        Fault fault{kind, 1, isEverAfter, part};
+        while (fault.number < kMostOperations && count.damaged < kEnoughDamage) {
+          if (!TryCounted(start, fault, count)) break;
+          fault.number += Rounds(stride, 1);
+        }
+        count.operations = std::max(count.operations, fault.number - 1);
+      }
+    }
+  }
+  EXPECT_LT(count.operations, kMostOperations) << "the work has no end";
+  TellFigure(figure, Counted(count.faults) + " faults at up to " + Counted(count.operations) +
+                         " operations: " + Counted(count.errors) +
+                         " ended by the stated error, the others in silence, " +
+                         Counted(count.damaged) + " with damage");
+}
+
+// False when the work was done before it came to the fault.
+bool FaultTrial::TryCounted(const FileTree& start, const Fault& fault, Count& count) {
+  SCOPED_TRACE(TextOf(fault));
+  const int before = FailedParts();
+  const Outcome outcome = TryFault(start, fault);
+  if (FailedParts() > before) ++count.damaged;
+  if (outcome == Outcome::kNotReached) return false;
+  ++count.faults;
+  if (outcome == Outcome::kError) ++count.errors;
+  return true;
+}
+
+void FaultTrial::ExpectOldOrNew(const FileTree& found, const FileTree& before,
+                                const FileTree& after, bool mayHaveUnfinished) {
+  FileTree known = before;
+  known.insert(after.begin(), after.end());
+  for (const auto& [path, entry] : known) {
+    const TreeEntry* now = Find(found, path);
+    EXPECT_TRUE(IsSame(now, Find(before, path)) || IsSame(now, Find(after, path)))
+        << path << (now ? " is neither old nor new: " + now->content.substr(0, 200) : " is gone");
+  }
+  for (const auto& [path, entry] : found) {
+    if (known.contains(path)) continue;
+    EXPECT_TRUE(mayHaveUnfinished && IsUnfinished(path)) << path << " belongs to no version";
+    EXPECT_FALSE(IsDownload(path)) << path;
+  }
+}
+
+}  // namespace tarvo::test
