@@ -12,13 +12,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-FileTree Without(FileTree tree, const std::string& folder) {
-  std::erase_if(tree, [&](const auto& entry) {
-    return entry.first == folder || entry.first.starts_with(folder + "/");
-  });
-  return tree;
-}
-
 class DriverFaults : public FaultTrial {
  protected:
   void Prepare(FailingPlatform& failing) override {
@@ -104,20 +97,7 @@ class RemovingWithFaults : public DriverFaults {
   bool MayRaise(const FailingPlatform&) const override { return true; }
 
   void CheckAfterFault(const FileTree& found, const FailingPlatform&, const Fault&) override {
-    const FileTree left = Without(site, InDrivers(kDriver));
-    for (const auto& [path, entry] : left) {
-      EXPECT_TRUE(found.contains(path) && found.at(path) == entry) << path << " is damaged";
-    }
-    std::size_t removed = 0;
-    for (const auto& [path, entry] : site) {
-      const auto now = found.find(path);
-      if (now == found.end()) {
-        ++removed;
-      } else {
-        EXPECT_EQ(now->second.content, entry.content) << path << " is damaged";
-      }
-    }
-    EXPECT_EQ(found.size() + removed, site.size()) << "something new is there";
+    const std::size_t removed = ExpectWholeOrGone(found);
     if (removed > 0) {
       EXPECT_THAT(run->user.messages, SizeIs(2)) << "removed without both questions";
     }

@@ -27,15 +27,6 @@ int FailedParts() {
   return ::testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
 }
 
-const TreeEntry* Find(const FileTree& tree, const std::string& path) {
-  const auto found = tree.find(path);
-  return found == tree.end() ? nullptr : &found->second;
-}
-
-bool IsSame(const TreeEntry* a, const TreeEntry* b) {
-  return (!a && !b) || (a && b && a->kind == b->kind && a->content == b->content);
-}
-
 }  // namespace
 
 FaultTrial::Outcome FaultTrial::TryFault(const FileTree& start, const Fault& fault) {
@@ -101,22 +92,6 @@ bool FaultTrial::TryCounted(const FileTree& start, const Fault& fault, Count& co
   ++count.faults;
   if (outcome == Outcome::kError) ++count.errors;
   return true;
-}
-
-void FaultTrial::ExpectOldOrNew(const FileTree& found, const FileTree& before,
-                                const FileTree& after, bool mayHaveUnfinished) {
-  FileTree known = before;
-  known.insert(after.begin(), after.end());
-  for (const auto& [path, entry] : known) {
-    const TreeEntry* now = Find(found, path);
-    EXPECT_TRUE(IsSame(now, Find(before, path)) || IsSame(now, Find(after, path)))
-        << path << (now ? " is neither old nor new: " + now->content.substr(0, 200) : " is gone");
-  }
-  for (const auto& [path, entry] : found) {
-    if (known.contains(path)) continue;
-    EXPECT_TRUE(mayHaveUnfinished && IsUnfinished(path)) << path << " belongs to no version";
-    EXPECT_FALSE(IsDownload(path)) << path;
-  }
 }
 
 }  // namespace tarvo::test

@@ -31,10 +31,6 @@ class FaultTrial : public FieldSite {
   // operations out: it takes every `stride`-th.
   void TryEveryFault(std::string_view figure, const FileTree& start, int stride);
 
-  // That every entry but those of the driver's two versions is as it was, and these old or new.
-  static void ExpectOldOrNew(const FileTree& found, const FileTree& before, const FileTree& after,
-                             bool mayHaveUnfinished);
-
   // Whether the run could not go back to a folder for as long as it was disturbed.
   bool hasLostFolder = false;
 

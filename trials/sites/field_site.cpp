@@ -10,6 +10,21 @@
 namespace tarvo::test {
 namespace fs = std::filesystem;
 
+namespace {
+
+bool IsUnfinished(const std::string& path) { return FileNameOf(path).starts_with(".tarvo-new-"); }
+
+const TreeEntry* Find(const FileTree& tree, const std::string& path) {
+  const auto found = tree.find(path);
+  return found == tree.end() ? nullptr : &found->second;
+}
+
+bool IsSame(const TreeEntry* a, const TreeEntry* b) {
+  return (!a && !b) || (a && b && a->kind == b->kind && a->content == b->content);
+}
+
+}  // namespace
+
 void SitePlatform::RefuseOutside(std::string_view path) const {
   if (path.starts_with('/') && !path.starts_with(root_)) throw RuntimeError(kPermissionDenied);
 }
@@ -124,12 +139,43 @@ void FieldSite::Restore(const FileTree& tree) {
   system.started.clear();
 }
 
-bool FieldSite::IsUnfinished(const std::string& path) {
-  return FileNameOf(path).starts_with(".tarvo-new-");
+FileTree FieldSite::Without(FileTree tree, const std::string& folder) {
+  std::erase_if(tree, [&](const auto& entry) {
+    return entry.first == folder || entry.first.starts_with(folder + "/");
+  });
+  return tree;
 }
 
-bool FieldSite::IsDownload(const std::string& path) {
-  return path.starts_with(InMeter("Data/")) && FileNameOf(path).starts_with("2024");
+void FieldSite::ExpectOldOrNew(const FileTree& found, const FileTree& before, const FileTree& after,
+                               bool mayHaveUnfinished) {
+  FileTree known = before;
+  known.insert(after.begin(), after.end());
+  for (const auto& [path, entry] : known) {
+    const TreeEntry* now = Find(found, path);
+    EXPECT_TRUE(IsSame(now, Find(before, path)) || IsSame(now, Find(after, path)))
+        << path << (now ? " is neither old nor new: " + now->content.substr(0, 200) : " is gone");
+  }
+  for (const auto& [path, entry] : found) {
+    if (known.contains(path)) continue;
+    EXPECT_TRUE(mayHaveUnfinished && IsUnfinished(path)) << path << " belongs to no version";
+    EXPECT_FALSE(path.starts_with(InMeter("Data/"))) << path;
+  }
+}
+
+std::size_t FieldSite::ExpectWholeOrGone(const FileTree& found) const {
+  std::size_t gone = 0;
+  for (const auto& [path, entry] : site) {
+    const TreeEntry* now = Find(found, path);
+    const bool isOfDriver = (path + "/").starts_with(InMeter(""));
+    if (isOfDriver && !now) {
+      ++gone;
+    } else {
+      EXPECT_TRUE(IsSame(now, &entry)) << path << " is damaged";
+      EXPECT_TRUE(isOfDriver || now->modes == entry.modes) << path << " has other modes";
+    }
+  }
+  EXPECT_EQ(found.size() + gone, site.size()) << "something new is there";
+  return gone;
 }
 
 }  // namespace tarvo::test

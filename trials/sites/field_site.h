@@ -81,10 +81,20 @@ class FieldSite : private MemoryFolders, public ProgramRun {
   void Restore(const FileTree& tree);
   FileTree Everything() const { return ReadTree(folder.Path()); }
 
-  // Paths in a tree.
   static std::string InMeter(const std::string& name) { return InDrivers("Meter/" + name); }
-  static bool IsUnfinished(const std::string& path);
-  static bool IsDownload(const std::string& path);
+
+  // The tree without a folder and what is below it.
+  static FileTree Without(FileTree tree, const std::string& folder);
+
+  // What must hold while one version of a driver is being replaced by another: each file is the old
+  // or the new one and nothing else is there, but for unfinished files beside them where these may
+  // have been left behind.
+  static void ExpectOldOrNew(const FileTree& found, const FileTree& before, const FileTree& after,
+                             bool mayHaveUnfinished);
+
+  // What must hold while the driver is being removed: its files are whole or gone and everything
+  // else is as it was. Gives how many are gone.
+  std::size_t ExpectWholeOrGone(const FileTree& found) const;
 
   SitePlatform system;
   std::string oldPackage;
