@@ -6,6 +6,7 @@
 #include "base/absorb.h"
 #include "base/paths.h"
 #include "base/runtime_error.h"
+#include "base/text.h"
 #include "catalogue/driver_list.h"
 #include "catalogue/drivers_folder.h"
 #include "platform/names.h"
@@ -84,8 +85,11 @@ void StartPropertiesTool(Platform& platform, const std::string& folder) {
 
 std::string DriverNameOfPackage(std::string_view path) {
   const std::string_view file = FileNameOf(path);
-  if (file.size() < kExtensionLength) throw RuntimeError(kInvalidProcedureCall);
-  const std::string_view name = file.substr(0, file.size() - kExtensionLength);
+  const std::size_t length = CharacterCount(file);
+  if (length < kExtensionLength) throw RuntimeError(kInvalidProcedureCall);
+  std::size_t end = 0;
+  for (std::size_t i = kExtensionLength; i < length; ++i) end += CharacterAt(file, end).size;
+  const std::string_view name = file.substr(0, end);
   return std::string(name.substr(0, name.find('_')));
 }
 

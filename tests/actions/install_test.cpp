@@ -19,12 +19,20 @@ TEST(TheNameOfAPackage, GivesTheDriversName) {
   EXPECT_EQ(DriverNameOfPackage("...drv"), "..");
 }
 
+TEST(TheNameOfAPackage, LosesItsLastFourCharactersAndNoPartOfAnother) {
+  EXPECT_EQ(DriverNameOfPackage("Meter.dr\u00FC"), "Meter");
+  EXPECT_EQ(DriverNameOfPackage("Messger\u00E4t\u20AC123"), "Messger\u00E4t");
+  EXPECT_EQ(DriverNameOfPackage("a\u20AC\u20AC\u20AC\u20AC"), "a");
+}
+
 TEST(TheNameOfAPackage, OfLessThanFourCharactersIsAnError) {
-  try {
-    DriverNameOfPackage("/long/path/drv");
-    FAIL() << "no error was raised";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), kInvalidProcedureCall);
+  for (const char* path : {"/long/path/drv", "/long/path/d\u20ACv", "\u00E4\u00F6\u00FC", ""}) {
+    try {
+      DriverNameOfPackage(path);
+      FAIL() << "no error was raised for " << path;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), kInvalidProcedureCall);
+    }
   }
 }
 
