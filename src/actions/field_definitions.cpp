@@ -100,20 +100,18 @@ std::string DefinitionInLine(std::optional<std::string_view> line, const Columns
   return FieldDefinition(fieldName, csvName);
 }
 
-// Whether something stands in the file and its last line has no end.
-bool EndsInsideALine(File& file) {
-  const std::uint64_t size = file.Size();
-  if (size == 0) return false;
-  const std::string last = file.ReadAt(size - 1, 1);
-  return last != "\n" && last != "\r";
+// Whether a line begins at a place in the file: at its front, and behind every line end.
+bool IsStartOfLine(File& file, std::uint64_t at) {
+  if (at == 0) return true;
+  const std::string before = file.ReadAt(at - 1, 1);
+  return before == "\n" || before == "\r";
 }
 
 // Whether these lines are the file's last ones; true for none.
 bool EndsWithLines(File& file, std::string_view lines) {
   const std::uint64_t size = file.Size();
   if (size < lines.size() || file.ReadAt(size - lines.size(), lines.size()) != lines) return false;
-  const std::uint64_t start = size - lines.size();
-  return start == 0 || lines.empty() || file.ReadAt(start - 1, 1) == "\n";
+  return lines.empty() || IsStartOfLine(file, size - lines.size());
 }
 
 bool CanBeRead(Platform& platform, const std::string& path) {
@@ -212,8 +210,8 @@ bool HasFieldDefinitions(Platform& platform, std::string_view driverFolder) {
 
 void AppendDefinitions(File& description, std::string_view definitions) {
   if (definitions.empty()) return;
-  const bool needsLineEnd = EndsInsideALine(description);
   const std::uint64_t end = description.Size();
+  const bool needsLineEnd = !IsStartOfLine(description, end);
   if (needsLineEnd) description.WriteAt(end, kLineEnd);
   description.WriteAt(end + (needsLineEnd ? kLineEnd.size() : 0), definitions);
 }

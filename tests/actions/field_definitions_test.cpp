@@ -125,6 +125,16 @@ TEST_F(AppendingFieldDefinitions, BeginsALineOfItsOwn) {
   EXPECT_EQ(Append(), std::string("no end\r\n") + kLine);
 }
 
+TEST_F(AppendingFieldDefinitions, FindsThemAgainBehindEveryKindOfLineEnd) {
+  for (const char* before : {"", "a\n", "a\r\n", "a\r", "no end", "\r\r"}) {
+    DriverFile("Meter/driver.inf", before);
+    DriverFile("Meter/s.hvd", kSample);
+    const std::string once = Append();
+    EXPECT_TRUE(HasFieldDefinitions(platform, folder / InDrivers("Meter"))) << before;
+    EXPECT_EQ(Append(), once);
+  }
+}
+
 TEST_F(AppendingFieldDefinitions, MakesTheFileWhenItIsMissing) {
   DriverFile("Meter/s.hvd", kSample);
   AppendFieldDefinitions(platform, folder / InDrivers("Meter"));
