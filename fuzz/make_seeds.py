@@ -153,9 +153,73 @@ def _settings_seeds():
         _write("settings", name, data)
 
 
+def _catalogue(records, order="<", gap=b""):
+    """A catalogue with these originals and translations."""
+    count = len(records)
+    originals, translations = 28, 28 + 8 * count
+    at = translations + 8 * count + len(gap)
+    tables, texts = [b"", b""], b""
+    for table in (0, 1):
+        for record in records:
+            text = record[table].encode()
+            tables[table] += struct.pack(order + "II", len(text), at + len(texts))
+            texts += text + b"\0"
+    header = struct.pack(order + "IIIIIII", 0x950412DE, 0, count, originals, translations, 0, at)
+    return header + tables[0] + tables[1] + gap + texts
+
+
+def _dictionary_seeds():
+    header = ("", "Content-Type: text/plain; charset=UTF-8\nLanguage: de\n")
+    words = [("Open", "\u00d6ffnen"), ("open", "offen"), ("Close", "Schlie\u00dfen"), ("Tarvo", "Tarvo")]
+    seeds = {
+        "little-endian": _catalogue([header, *words]),
+        "big-endian": _catalogue([header, *words], order=">"),
+        "no-header": _catalogue(words),
+        "none": _catalogue([]),
+        "other-charset": _catalogue([("", "charset=ISO-8859-1\n"), *words]),
+        "language-only": _catalogue([("", "language: fr_BE \n"), *words]),
+        "context-and-plural": _catalogue([("menu\4Open", "x"), ("file\0files", "Datei\0Dateien"), *words]),
+        "twice": _catalogue([("Open", "erstes"), ("Open", "zweites")]),
+        "blank": _catalogue([("Open", "  "), ("Close", "")]),
+        "parameters": _catalogue([("Version %1", "Version %1"), ("%1 of %2", "%2: %1")]),
+        "letter-case": _catalogue([("\u00c4rger", "1"), ("\u00e4rger", "2"), ("a", "3"), ("A", "4")]),
+        "gap": _catalogue(words, gap=bytes(32)),
+        "cut": _catalogue(words)[:-9],
+        "empty": b"",
+    }
+    for name, data in seeds.items():
+        _write("dictionary", name, data)
+
+
+def _number_seeds():
+    """The locale's number, a number, a text."""
+    seeds = {
+        "zero": (0, 0.0, b"0"),
+        "today": (1, 45000.5, b"15.3.2023"),
+        "first-day": (0, -657434.0, b"1/1/100"),
+        "last-day": (2, 2958465.999, b"9999-12-31"),
+        "day-zero": (3, -0.75, b"30/12/1899"),
+        "exponent": (0, 1.5e-300, b"1.5e-300"),
+        "too-large": (1, 1e299, b"1e999"),
+        "too-small": (1, 5e-324, b" -4,9E-400 "),
+        "version": (0, 32767.5, b"1.2.3"),
+        "decimal-comma": (1, -32768.5, b"1,5"),
+        "time": (0, 0.1, b"3/4/24 12:30:59"),
+        "two-digits": (4, 2.5, b"29-2-30"),
+        "other-separator": (6, 36525.0, "1999\u5e7412\u5e7431".encode()),
+        "blanks": (7, 99999.0, b"31. 12. 1999"),
+        "digits": (5, 123456789012345678.0, b"123456789012345678901234567890.5"),
+        "not-a-number": (0, float("nan"), b"nan"),
+    }
+    for name, (place, number, text) in seeds.items():
+        _write("dates_and_numbers", name, bytes([place]) + struct.pack("<d", number) + text)
+
+
 def main():
     _package_seeds()
     _settings_seeds()
+    _dictionary_seeds()
+    _number_seeds()
 
 
 if __name__ == "__main__":
