@@ -11,6 +11,9 @@
 namespace tarvo {
 namespace {
 
+// How often a record, or the lock, is looked at in vain before it is taken as it is.
+constexpr int kMostLooks = 100;
+
 // Takes a step whose failure the store bears silently; whether it has succeeded.
 template <class Step>
 bool Succeeds(Step step) {
@@ -56,11 +59,7 @@ void DataFile::WithOpenFile(Work work) {
 EntryNumber DataFile::FindEntry(std::string_view key) {
   const KeyMatcher matcher(lowerCase_, key);
   EntryNumber found = 0;
-  WithOpenFile([&] {
-    for (EntryScan scan(*file_); found == 0 && scan.Next();) {
-      if (matcher.Matches(FirstField(scan.Text()))) found = scan.Number();
-    }
-  });
+  WithOpenFile([&] { found = Find(matcher); });
   return found;
 }
 
@@ -69,15 +68,16 @@ std::optional<std::string> DataFile::ReadValue(std::string_view key) {
   std::optional<std::string> result;
   WithOpenFile([&] {
     // One pass finds every chunk; of entries with the same key, the first counts.
-    std::map<std::uint64_t, EntryNumber> chunks;
+    std::map<std::uint64_t, std::pair<EntryNumber, std::string>> chunks;
     for (EntryScan scan(*file_); scan.Next();) {
       const std::uint64_t chunk = matcher.ChunkIn(FirstField(scan.Text()));
-      if (chunk != 0) chunks.try_emplace(chunk, scan.Number());
+      if (chunk != 0) chunks.try_emplace(chunk, scan.Number(), scan.Text());
     }
     std::string value;
     std::uint64_t next = 1;
     for (auto chunk = chunks.find(next); chunk != chunks.end(); chunk = chunks.find(++next)) {
-      value += ReadEntry(chunk->second).value;
+      const auto& [number, text] = chunk->second;
+      value += EntryIn(SettledText(number, text)).value;
     }
     if (next > 1) result = std::move(value);
   });
@@ -88,38 +88,36 @@ bool DataFile::WriteEntry(EntryNumber number, const SettingsEntry& entry) {
   if (!OpenDataFile()) return false;
   const std::string text = RecordText(entry);
   if (text.size() != kTextSize) return false;
-  SettingsEntry readBack;
-  bool complete = false;
+  const KeyMatcher key(lowerCase_, entry.key);
+  EntryNumber chosen = number;
+  bool isWritten = false;
   Succeeds([&] {
-    lock_.TakeLock(*file_);
-    if (number == 0) number = FirstFreeEntry();
+    chosen = TakeEntry(number, key);
     // Reading back tells whether it was written.
-    Succeeds([&] { WriteRecord(*file_, RecordOfEntry(number), text); });
-    readBack = ReadEntry(number);
-    complete = true;
+    Succeeds([&] { WriteRecord(*file_, RecordOfEntry(chosen), text); });
+    isWritten = EntryIn(ReadRecord(*file_, RecordOfEntry(chosen))) == entry;
   });
   Succeeds([&] { lock_.ReleaseLock(*file_); });
+  // A chosen record may have been another program's choice as well, and that one the last to write.
+  if (chosen != number) Succeeds([&] { isWritten = isWritten && IsOpenTo(chosen, key); });
   CloseDataFile();
-  return complete && readBack == entry;
+  return isWritten;
 }
 
 void DataFile::DeleteKey(std::string_view key) {
+  const auto isMeant = [&](std::string_view text) {
+    return WithoutContinuation(StoredKey(text)) == key;
+  };
   WithOpenFile([&] {
-    for (EntryScan scan(*file_); scan.Next();) {
-      if (WithoutContinuation(StoredKey(scan.Text())) == key) {
-        ClearRecord(*file_, RecordOfEntry(scan.Number()));
-      }
-    }
+    for (EntryScan scan(*file_); scan.Next();) ClearEntryIf(scan, isMeant);
   });
 }
 
 void DataFile::DeleteEntryExact(std::string_view name) {
+  const auto isMeant = [&](std::string_view text) { return StoredKey(text) == name; };
   WithOpenFile([&] {
     for (EntryScan scan(*file_); scan.Next();) {
-      if (StoredKey(scan.Text()) == name) {
-        ClearRecord(*file_, RecordOfEntry(scan.Number()));
-        return;
-      }
+      if (ClearEntryIf(scan, isMeant)) return;
     }
   });
 }
@@ -138,9 +136,27 @@ std::vector<std::string> DataFile::EnumEntries() {
   return keys;
 }
 
-SettingsEntry DataFile::ReadEntry(EntryNumber number) {
-  const std::string text = ReadRecord(*file_, RecordOfEntry(number));
-  return {StoredKey(text), platform_.DecodeCodePage(CutAtNul(SecondField(text)))};
+EntryNumber DataFile::Find(const KeyMatcher& key) {
+  for (EntryScan scan(*file_); scan.Next();) {
+    if (key.Matches(FirstField(scan.Text()))) return scan.Number();
+  }
+  return 0;
+}
+
+// The text of an entry's record, read until two readings agree: one that falls into another
+// program's writing may have parts of two texts. Where the record has gone to another key, the text
+// before.
+std::string DataFile::SettledText(EntryNumber number, std::string text) {
+  for (int looks = 0; looks < kMostLooks; ++looks) {
+    std::string again = ReadRecord(*file_, RecordOfEntry(number));
+    if (again == text || FirstField(again) != FirstField(text)) break;
+    text = std::move(again);
+  }
+  return text;
+}
+
+SettingsEntry DataFile::EntryIn(std::string_view recordText) const {
+  return {StoredKey(recordText), platform_.DecodeCodePage(CutAtNul(SecondField(recordText)))};
 }
 
 EntryNumber DataFile::FirstFreeEntry() {
@@ -149,6 +165,36 @@ EntryNumber DataFile::FirstFreeEntry() {
     if (CutAtNul(scan.Text()).empty()) return scan.Number();
   }
   return scan.Number() + 1;
+}
+
+// Takes the lock and chooses the record of an entry. Both are looked at once more right before the
+// record is written: the lock may have been taken twice, and programs that delete do not take it.
+EntryNumber DataFile::TakeEntry(EntryNumber number, const KeyMatcher& key) {
+  for (int looks = 1;; ++looks) {
+    lock_.TakeLock(*file_);
+    const EntryNumber chosen = number != 0 ? number : FirstFreeEntry();
+    const bool isHeld = lock_.IsHeld(*file_);
+    const bool isOpen = IsOpenTo(chosen, key);
+    if ((isHeld && isOpen) || looks == kMostLooks) return chosen;
+    if (!isOpen) number = Find(key);
+  }
+}
+
+// Whether the record may take the key: it is behind the last entry, empty, or holds that key.
+bool DataFile::IsOpenTo(EntryNumber number, const KeyMatcher& key) {
+  if (number > EntryCount(*file_)) return true;
+  const std::string text = ReadRecord(*file_, RecordOfEntry(number));
+  return CutAtNul(text).empty() || key.Matches(FirstField(text));
+}
+
+// Clears the entry at hand if it is meant. It is looked at once more right before, since a scan
+// reads ahead, and another program may have put an entry of its own there.
+template <class Condition>
+bool DataFile::ClearEntryIf(const EntryScan& scan, Condition isMeant) {
+  const RecordNumber record = RecordOfEntry(scan.Number());
+  if (!isMeant(scan.Text()) || !isMeant(ReadRecord(*file_, record))) return false;
+  ClearRecord(*file_, record);
+  return true;
 }
 
 std::string DataFile::RecordText(const SettingsEntry& entry) const {

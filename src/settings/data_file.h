@@ -10,6 +10,7 @@
 #include "settings/key_matcher.h"
 #include "settings/record_layout.h"
 #include "settings/record_lock.h"
+#include "settings/records.h"
 
 namespace tarvo {
 
@@ -46,10 +47,12 @@ class DataFile {
   std::optional<std::string> ReadValue(std::string_view key);
 
   // Writes an entry in the place of another, or for 0 in the first empty record, else at the end;
-  // holds the lock meanwhile. True when the entry then reads back as it was given, which it does
-  // not with a NUL or a character that the code page lacks: such an entry is written, yet false is
-  // returned. An entry with a field of more than 1024 characters is refused, and the file stays
-  // open.
+  // holds the lock meanwhile. Where another program has put an entry of its own into that record
+  // since, the key is looked for again, and a record chosen for it. True when the entry then reads
+  // back as it was given, which it does not with a NUL or a character that the code page lacks, and
+  // when a record chosen for it has not become another program's by the end: such an entry is
+  // written, yet false is returned. An entry with a field of more than 1024 characters is refused,
+  // and the file stays open.
   bool WriteEntry(EntryNumber number, const SettingsEntry& entry);
 
   // Deletes the entries of a key and its continuations; letter case counts. Takes no lock.
@@ -65,9 +68,15 @@ class DataFile {
  private:
   template <class Work>
   void WithOpenFile(Work work);
-  SettingsEntry ReadEntry(EntryNumber number);
+  EntryNumber Find(const KeyMatcher& key);
+  std::string SettledText(EntryNumber number, std::string text);
   EntryNumber FirstFreeEntry();
+  EntryNumber TakeEntry(EntryNumber number, const KeyMatcher& key);
+  bool IsOpenTo(EntryNumber number, const KeyMatcher& key);
+  template <class Condition>
+  bool ClearEntryIf(const EntryScan& scan, Condition isMeant);
   std::string RecordText(const SettingsEntry& entry) const;
+  SettingsEntry EntryIn(std::string_view recordText) const;
   std::string StoredKey(std::string_view recordText) const;
 
   Platform& platform_;

@@ -43,14 +43,28 @@ double RecordLock::SecondsPassedSince(double start) const {
 void RecordLock::TakeLock(File& file) {
   const std::string lockText = LockText();
   double start = platform_.SecondsSinceMidnight();
+  bool isWritten = false;
+  bool waitsForNamesakes = true;
+  std::string lock;
+  // What has this owner's identity is its own if it has written it now, or has failed to release it
+  // the last time.
+  const auto isNamesakes = [&] { return lock != (isWritten ? lockText : taken_); };
   do {
     if (SecondsPassedSince(start) > kPatience) {
       ClearStaleLock(file);
       start = platform_.SecondsSinceMidnight();
+      waitsForNamesakes = false;
     }
-    if (CutAtNul(ReadRecord(file, kLockRecord)).empty()) WriteRecord(file, kLockRecord, lockText);
-  } while (CutAtNul(ReadRecord(file, kLockRecord)) != ownerId_);
+    if (CutAtNul(ReadRecord(file, kLockRecord)).empty()) {
+      WriteRecord(file, kLockRecord, lockText);
+      isWritten = true;
+    }
+    lock = ReadRecord(file, kLockRecord);
+  } while (CutAtNul(lock) != ownerId_ || (waitsForNamesakes && isNamesakes()));
+  taken_ = lock;
 }
+
+bool RecordLock::IsHeld(File& file) const { return ReadRecord(file, kLockRecord) == taken_; }
 
 void RecordLock::ReleaseLock(File& file) {
   const std::string lock = ReadRecord(file, kLockRecord);

@@ -68,9 +68,19 @@ class Lock : public testing::Test {
     return findings;
   }
 
-  void TellAdded(std::string_view name, int rounds, const Findings& findings) {
+  // What docs/settings-file.md admits: a program that the system stops between its last look and
+  // its writing may overwrite one entry of another.
+  static void ExpectKept(const Findings& findings, long long added) {
+    EXPECT_LE(findings.lost, 1 + added / 10'000);
+    Findings others = findings;
+    others.lost = 0;
+    EXPECT_EQ(others, Findings());
+  }
+
+  static void TellAndExpectKept(std::string_view name, int rounds, const Findings& findings) {
     const long long added = 1LL * rounds * kProcesses * Keys();
     TellFigure(name, Counted(added) + " keys added by 8 processes, " + TextOf(findings));
+    ExpectKept(findings, added);
   }
 
   TemporaryFolder folder_;
@@ -101,37 +111,57 @@ TEST_F(Lock, ProcessesThatSaveTheirExistingKeysAtOnceLoseAndTearNothing) {
   EXPECT_EQ(tornReadings.Get(), 0);
 }
 
-TEST_F(Lock, ProcessesStartedAtOnceThatAddKeysTearNone) {
+TEST_F(Lock, AValueIsReadWholeWhileItIsBeingWritten) {
+  const long long readings = Rounds(500, 50'000);
+  folder_.WriteFile("localregistry.dat", FileWithKeys(kProcesses / 2, 1));
+  SharedCount read;
+  SharedCount torn;
+  DoAtOnce(kProcesses, [&](int process) {
+    RegistryReplacement store(SystemPlatform());
+    store.SetRegistryDataFile(Path());
+    for (int round = 0; read.Get() < readings; ++round) {
+      const int key = (process + round) % (kProcesses / 2);
+      if (process < kProcesses / 2) {
+        store.SaveSetting(KeyOf(process, 0), ValueOf(process, 0, round));
+      } else {
+        torn.Add(!IsValueOf(key, 0, store.GetSetting(KeyOf(key, 0), "")));
+        read.Add(1);
+      }
+    }
+  });
+  TellFigure("lock.readings", Counted(read.Get()) +
+                                  " readings by 4 processes of values that 4 others write, " +
+                                  Counted(torn.Get()) + " torn");
+  EXPECT_EQ(torn.Get(), 0);
+}
+
+TEST_F(Lock, ProcessesStartedAtOnceThatAddKeysLoseNone) {
   const int rounds = Rounds(2, 20);
   const Findings findings = AddKeys(rounds, AsItComes);
-  TellAdded("lock.new_keys", rounds, findings);
-  EXPECT_EQ(findings.torn, 0);
+  TellAndExpectKept("lock.new_keys", rounds, findings);
 }
 
-TEST_F(Lock, ProcessesWithIdentitiesOfTheirOwnThatAddKeysAtOnceTearNone) {
+TEST_F(Lock, ProcessesWithIdentitiesOfTheirOwnThatAddKeysAtOnceLoseNone) {
   const int rounds = Rounds(2, 20);
   const Findings findings = AddKeys(rounds, MadeAtDifferentTimes);
-  TellAdded("lock.own_identities", rounds, findings);
-  EXPECT_EQ(findings.torn, 0);
+  TellAndExpectKept("lock.own_identities", rounds, findings);
 }
 
-TEST_F(Lock, StoresMadeInTheSameHundredthOfASecondTearNoKeyThatTheyAddAtOnce) {
+TEST_F(Lock, StoresMadeInTheSameHundredthOfASecondLoseNoKeyThatTheyAddAtOnce) {
   const int rounds = Rounds(2, 20);
   const Findings findings = AddKeys(rounds, MadeAtTheSameTime);
-  TellAdded("lock.same_identity", rounds, findings);
-  EXPECT_EQ(findings.torn, 0);
+  TellAndExpectKept("lock.same_identity", rounds, findings);
 }
 
-TEST_F(Lock, ProcessesThatAddKeysAtOnceUnderADecimalCommaTearNone) {
+TEST_F(Lock, ProcessesThatAddKeysAtOnceUnderADecimalCommaLoseNone) {
   const int rounds = Rounds(2, 20);
   const Findings findings = AddKeys(rounds, WithDecimalComma);
-  TellAdded("lock.decimal_comma", rounds, findings);
-  EXPECT_EQ(findings.torn, 0);
+  TellAndExpectKept("lock.decimal_comma", rounds, findings);
 }
 
 // Half of the processes delete and save keys that they have in common; the records that this frees
 // go to the new keys of the other half.
-TEST_F(Lock, KeysAddedWhileOthersDeleteAndSaveTheirsAreNotTorn) {
+TEST_F(Lock, KeysAddedWhileOthersDeleteAndSaveTheirsAreNotOverwritten) {
   const int rounds = Rounds(2, 20);
   Findings findings;
   for (int round = 1; round <= rounds; ++round) {
@@ -159,7 +189,7 @@ TEST_F(Lock, KeysAddedWhileOthersDeleteAndSaveTheirsAreNotTorn) {
              Counted(added) +
                  " keys added by 4 processes while 4 others delete and save four keys, " +
                  TextOf(findings));
-  EXPECT_EQ(findings.torn, 0);
+  ExpectKept(findings, added);
 }
 
 }  // namespace
