@@ -48,19 +48,26 @@ bool DataFile::OpenDataFile() {
   return true;
 }
 
-// Opens the file, does the work on it and closes it; a failure ends the work silently.
+// Opens the file, does the work on it and closes it. Work that fails is begun once more: what is
+// taken for missing because the file could not be read is lost when its default is saved next.
+// Whether the work has come to its end.
 template <class Work>
-void DataFile::WithOpenFile(Work work) {
-  if (!OpenDataFile()) return;
-  Succeeds(work);
-  CloseDataFile();
+bool DataFile::WithOpenFile(Work work) {
+  constexpr int kAttempts = 2;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (!OpenDataFile()) continue;
+    const bool isDone = Succeeds(work);
+    CloseDataFile();
+    if (isDone) return true;
+  }
+  return false;
 }
 
-EntryNumber DataFile::FindEntry(std::string_view key) {
+std::optional<EntryNumber> DataFile::FindEntry(std::string_view key) {
   const KeyMatcher matcher(lowerCase_, key);
   EntryNumber found = 0;
-  WithOpenFile([&] { found = Find(matcher); });
-  return found;
+  const bool isKnown = WithOpenFile([&] { found = Find(matcher); });
+  return isKnown ? std::optional(found) : std::nullopt;
 }
 
 std::optional<std::string> DataFile::ReadValue(std::string_view key) {
@@ -93,9 +100,14 @@ bool DataFile::WriteEntry(EntryNumber number, const SettingsEntry& entry) {
   bool isWritten = false;
   Succeeds([&] {
     chosen = TakeEntry(number, key);
-    // Reading back tells whether it was written.
-    Succeeds([&] { WriteRecord(*file_, RecordOfEntry(chosen), text); });
-    isWritten = EntryIn(ReadRecord(*file_, RecordOfEntry(chosen))) == entry;
+    const RecordNumber record = RecordOfEntry(chosen);
+    const bool isWhole = Succeeds([&] { WriteRecord(*file_, record, text); });
+    // A part of a new entry would be found in place of what the next attempt writes.
+    if (!isWhole && number == 0) Succeeds([&] { ClearRecord(*file_, record); });
+    // Reading back tells whether it was written. After an attempt that is given up only because
+    // this fails, a new entry would be written once more elsewhere.
+    const auto readBack = [&] { isWritten = EntryIn(ReadRecord(*file_, record)) == entry; };
+    if (!Succeeds(readBack)) readBack();
   });
   Succeeds([&] { lock_.ReleaseLock(*file_); });
   // A chosen record may have been another program's choice as well, and that one the last to write.

@@ -25,8 +25,9 @@ struct SettingsEntry {
 // The settings file as a list of entries. Here, and only here, text is put into the code page and
 // taken out of it.
 //
-// Every operation opens the file, works on it and closes it again. Nothing throws: a file that
-// cannot be opened or read counts as empty, and what cannot be written is not written.
+// Every operation opens the file, works on it and closes it again. Nothing throws: what fails is
+// tried once more, then a file that cannot be opened or read counts as empty, and what cannot be
+// written is not written.
 class DataFile {
  public:
   explicit DataFile(Platform& platform);
@@ -40,8 +41,9 @@ class DataFile {
   bool OpenDataFile();
   void CloseDataFile() { file_.reset(); }
 
-  // The first entry whose whole key field is the key, in any letter case; 0 when there is none.
-  EntryNumber FindEntry(std::string_view key);
+  // The first entry whose whole key field is the key, in any letter case; 0 when there is none,
+  // nothing when that cannot be known.
+  std::optional<EntryNumber> FindEntry(std::string_view key);
 
   // The value under a key with all its continuations, or nothing when the key itself is missing.
   std::optional<std::string> ReadValue(std::string_view key);
@@ -67,7 +69,7 @@ class DataFile {
 
  private:
   template <class Work>
-  void WithOpenFile(Work work);
+  bool WithOpenFile(Work work);
   EntryNumber Find(const KeyMatcher& key);
   std::string SettledText(EntryNumber number, std::string text);
   EntryNumber FirstFreeEntry();

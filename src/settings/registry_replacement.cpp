@@ -50,7 +50,7 @@ void RegistryReplacement::SaveSetting(std::string_view key, std::string_view val
   CheckKey(key);
   std::size_t chunk = 0;
   for (const std::string_view text : ChunksOf(value)) SaveChunk(ChunkKey(key, ++chunk), text);
-  while (dataFile_->FindEntry(ChunkKey(key, ++chunk)) != 0) {
+  while (dataFile_->FindEntry(ChunkKey(key, ++chunk)).value_or(0) != 0) {
     dataFile_->DeleteEntryExact(ChunkKey(key, chunk));
   }
 }
@@ -99,12 +99,14 @@ std::vector<std::string_view> RegistryReplacement::ChunksOf(std::string_view val
   return chunks;
 }
 
-// The entry is looked up once, whatever becomes of the attempts.
+// The entry is found once, whatever becomes of the attempts. One that cannot be looked for is not
+// taken for a new one: the value would get a second record, which is never read.
 void RegistryReplacement::SaveChunk(const std::string& chunkKey, std::string_view chunk) {
-  const EntryNumber number = dataFile_->FindEntry(chunkKey);
+  std::optional<EntryNumber> number;
   const SettingsEntry entry{chunkKey, std::string(chunk)};
   for (int attempt = 0; attempt < kWriteAttempts; ++attempt) {
-    if (dataFile_->WriteEntry(number, entry)) return;
+    if (!number) number = dataFile_->FindEntry(chunkKey);
+    if (number && dataFile_->WriteEntry(*number, entry)) return;
   }
   Trace("retries!!");
 }

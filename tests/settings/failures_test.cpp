@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "store_fixture.h"
@@ -97,7 +98,8 @@ TEST_F(UnusableFile, ThatMayNotBeWrittenLeavesEveryDefaultInForce) {
   EXPECT_EQ(Bytes(), before);
   openings = 0;
   store.SaveSetting("K", "w");
-  EXPECT_EQ(openings, 1 + 11 + 1);  // the look for the key, eleven attempts, the look for "K~2"
+  // Eleven attempts that begin with the look for the key, and the look for "K~2", each look twice.
+  EXPECT_EQ(openings, 2 * 11 + 2);
   store.SetRegistryDataFile(Path());
   EXPECT_EQ(store.RegistryDataFile(), "");
   platform.beforeOpening = [](auto) {};
@@ -178,6 +180,15 @@ class FailingFile : public StoreTest {
     platform.PassSeconds(86400);  // whoever died with the lock has lost it
   }
 
+  std::size_t EntriesOf(std::string_view key) const {
+    const std::string bytes = Bytes();
+    std::size_t entries = 0;
+    for (std::size_t number = 2; number <= Records(); ++number) {
+      if (FirstFieldOf(bytes, number) == key) ++entries;
+    }
+    return entries;
+  }
+
   bool failed = false;
 
  private:
@@ -201,6 +212,49 @@ TEST_F(FailingFile, LosesNoOtherEntryAtWhateverOperationSavingFails) {
   }
 }
 
+// A second entry would never be read; a missing value is replaced by the default when it is saved.
+TEST_F(FailingFile, ThatFailsOnceHasEachKeyOnceAndLosesNoValue) {
+  const std::string before = Bytes();
+  for (const std::string key : {"A", "New"}) {
+    failed = true;
+    for (int first = 1; failed; ++first) {
+      ASSERT_LT(first, 1000);
+      WriteBytes(before);
+      FailOperation(first, false);
+      store.SaveSetting(key, "new");
+      StopFailing();
+      EXPECT_EQ(EntriesOf(key), 1U) << key << ", operation " << first;
+      EXPECT_EQ(store.GetSetting(key, ""), "new") << "operation " << first;
+    }
+  }
+}
+
+TEST_F(FailingFile, ThatFailsOnceIsReadAllTheSame) {
+  failed = true;
+  for (int first = 1; failed; ++first) {
+    ASSERT_LT(first, 1000);
+    FailOperation(first, false);
+    EXPECT_EQ(store.GetSetting("K", "default"), std::string(2500, 'o')) << "operation " << first;
+  }
+}
+
+TEST_F(FailingFile, KeepsNoPartOfANewEntryThatCouldNotBeWritten) {
+  bool failedOnce = false;
+  platform.beforeWriting = [&](std::uint64_t offset, std::string_view bytes) {
+    if (offset < kRecord || failedOnce) return;
+    failedOnce = true;
+    std::fstream file(Path(), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(static_cast<std::streamoff>(offset));
+    file.write(bytes.data(), 1500);
+    file.flush();
+    throw RuntimeError(kDiskFull);
+  };
+  store.SaveSetting("New", "v");
+  EXPECT_TRUE(failedOnce);
+  EXPECT_EQ(EntriesOf("New"), 1U);
+  EXPECT_EQ(store.GetSetting("New", ""), "v");
+}
+
 TEST_F(FailingFile, ThatFailsOnceWhileWritingIsWrittenAtTheNextAttempt) {
   bool failedOnce = false;
   platform.beforeWriting = [&](std::uint64_t offset, auto) {
@@ -216,9 +270,9 @@ TEST_F(FailingFile, ThatFailsOnceWhileWritingIsWrittenAtTheNextAttempt) {
 
 TEST_F(FailingFile, WhoseDiskIsFullReleasesTheLockAfterEachAttempt) {
   int attempts = 0;
-  platform.beforeWriting = [&](std::uint64_t offset, auto) {
+  platform.beforeWriting = [&](std::uint64_t offset, std::string_view bytes) {
     if (offset < kRecord) return;
-    ++attempts;
+    if (bytes != EmptyRecordBytes()) ++attempts;
     throw RuntimeError(kDiskFull);
   };
   const std::string before = Bytes();
