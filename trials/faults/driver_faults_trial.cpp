@@ -165,7 +165,7 @@ class DownloadingWithFaults : public DriverFaults {
 };
 
 TEST_F(DownloadingWithFaults, KeepsOldAndNewDataAndTheDriverReadyForTheNextDownload) {
-  TryEveryFault("faults.download", site, 3);
+  TryEveryFault("faults.download", site, 7);
 }
 
 }  // namespace

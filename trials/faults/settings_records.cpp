@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 namespace tarvo::test {
 namespace {
@@ -40,6 +41,14 @@ void ExpectOtherRecordsSame(std::string_view now, std::string_view before,
     EXPECT_TRUE(BelongsTo(KeyOf(old), keys)) << "record " << number << " was of " << KeyOf(old);
     EXPECT_TRUE(BelongsTo(KeyOf(record), keys))
         << "record " << number << " is of " << KeyOf(record);
+  }
+}
+
+void ExpectNoKeyTwice(std::string_view file) {
+  std::set<std::string_view> keys;
+  for (std::size_t number = 2; (number - 1) * kRecord < file.size(); ++number) {
+    const std::string_view key = KeyOf(RecordAt(file, number));
+    EXPECT_TRUE(key.empty() || keys.insert(key).second) << key << " is there twice";
   }
 }
 

@@ -11,4 +11,7 @@ namespace tarvo::test {
 void ExpectOtherRecordsSame(std::string_view now, std::string_view before,
                             const std::vector<std::string>& keys);
 
+// That no two entries have the same key.
+void ExpectNoKeyTwice(std::string_view file);
+
 }  // namespace tarvo::test
