@@ -27,13 +27,15 @@ constexpr std::size_t kRecord = SettingsModel::kRecord;
 // go of it when it has been waited for long enough.
 class Clock final : public MemoryPlatform {
  public:
-  static constexpr int kPatience = 200;
+  static constexpr int kPatience = 20;
+  static constexpr double kSecondsPerLook =
+      6;  // so long that a waiting store looks at the lock's age
 
   void BeginOperation() { looks_ = 0; }
 
   double SecondsSinceMidnight() override {
     const double now = secondsOfDay;
-    secondsOfDay += 1;
+    secondsOfDay += kSecondsPerLook;
     if (secondsOfDay >= 86400) {
       secondsOfDay -= 86400;
       day += 1;
@@ -93,7 +95,7 @@ std::string SomeRecord(Input& input, Platform& platform) {
   static constexpr std::string_view kWhole{"\0\x08", 2};
   const auto key = [&] { return platform.EncodeCodePage(SomeKey(input)); };
   const auto value = [&] { return platform.EncodeCodePage(SomeValue(input)); };
-  switch (input.Choice(8)) {
+  switch (input.Choice(16)) {
     case 0:
       return Record(kWhole, "", "");
     case 1: {
@@ -203,10 +205,11 @@ class Session {
       case 4:
         Get(store, SomeKey(input_));
         break;
-      case 5: {  // once in a run: it takes as long as all else
+      case 5: {  // once in a run, and under a key that can be stored: it takes as long as all else
         const std::string key = SomeKey(input_);
-        Save(store, key, hasLongValue_ ? SomeValue(input_) : LongValue(input_));
-        hasLongValue_ = true;
+        const bool isLong = !hasLongValue_ && IsPlain(key);
+        Save(store, key, isLong ? LongValue(input_) : SomeValue(input_));
+        hasLongValue_ = hasLongValue_ || isLong;
         break;
       }
       default: {
@@ -223,6 +226,10 @@ class Session {
   }
 
   void Save(RegistryReplacement& store, const std::string& key, const std::string& value) {
+    // What cannot be stored makes eleven records: once in a run.
+    const bool isStorable = IsPlain(key) && IsPlain(value);
+    if (!isStorable && hasManyRecords_) return;
+    hasManyRecords_ = hasManyRecords_ || !isStorable;
     SettingsModel model(before_);
     const bool isRefused = !model.Save(key, value);
     if (RefusesWith5([&] { store.SaveSetting(key, value); }) != isRefused) {
@@ -232,7 +239,7 @@ class Session {
     RequireOthersUntouched(key);
     if (isRefused) return;
     Require(Bytes().substr(0, kRecord) == Clock::EmptyLock(), "the lock is let go");
-    if (IsPlain(key) && IsPlain(value) && !key.empty() && IsWellKept(key)) {
+    if (isStorable && !key.empty() && IsWellKept(key)) {
       Require(store.GetSetting(key, "none") == value, "what is saved is read");
     }
   }
@@ -298,12 +305,14 @@ class Session {
       Require(bytes.size() % kRecord == 0, "every record is whole");
   }
 
-  // Records in use that belong to another key have the same bytes as before.
-  void RequireOthersUntouched(const std::string& key) {
+  // Records in use that belong to another key have the same bytes as before. A key ends before a
+  // NUL.
+  void RequireOthersUntouched(std::string_view key) {
+    key = CutAtNul(key);
     const SettingsModel before(before_);
     for (long entry = 1; entry <= before.Count(); ++entry) {
       const std::size_t start = static_cast<std::size_t>(entry) * kRecord;
-      if (before.IsFree(entry) || EqualIgnoringCase(before.BareKey(entry), key)) continue;
+      if (before.IsFree(entry) || before.IsOf(entry, key)) continue;
       const std::string was = before_.substr(std::min(start, before_.size()), kRecord);
       Require(Bytes().compare(start, was.size(), was) == 0, "no other key is touched");
     }
@@ -315,9 +324,9 @@ class Session {
     const SettingsModel before(before_);
     std::set<std::string> met;
     for (long entry = 1; entry <= before.Count(); ++entry) {
-      const std::string bare = before.BareKey(entry);
-      if (!EqualIgnoringCase(bare, key)) continue;
-      if (bare != key || !met.insert(before.KeyField(entry)).second) return false;
+      if (!before.IsOf(entry, key)) continue;
+      const bool isNew = met.insert(std::string(before.KeyField(entry))).second;
+      if (!isNew || before.BareKey(entry) != key) return false;
     }
     return true;
   }
@@ -333,6 +342,7 @@ class Session {
   Input& input_;
   std::string before_;
   bool hasLongValue_ = false;
+  bool hasManyRecords_ = false;
 };
 
 }  // namespace

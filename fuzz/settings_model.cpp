@@ -17,11 +17,19 @@ std::string Padded(std::string text, std::size_t size) {
 }
 
 std::string_view WithoutNulsBehind(std::string_view text) {
+  // Mostly all that stands behind the first is NULs, which one comparison tells.
+  static const std::string kNuls(kField, '\0');
+  const std::string_view start = text.substr(0, text.find('\0'));
+  const std::string_view rest = text.substr(start.size());
+  if (rest == std::string_view(kNuls).substr(0, rest.size())) return start;
   return text.substr(0, text.find_last_not_of('\0') + 1);
 }
 
-std::string UpTo(std::string_view text, char end) {
-  return std::string(text.substr(0, text.find(end)));
+std::string_view UpTo(std::string_view text, char end) { return text.substr(0, text.find(end)); }
+
+// Whether bytes of the code page are a text in any letter case. Each byte is one character.
+bool IsText(std::string_view bytes, std::string_view text) {
+  return bytes.size() == CharacterCount(text) && EqualIgnoringCase(DecodeWindows1252(bytes), text);
 }
 
 std::string ChunkKey(std::string_view key, std::size_t number) {
@@ -56,10 +64,10 @@ long SettingsModel::Count() const {
   return std::max(0L, static_cast<long>(std::nearbyint(records - 1)));
 }
 
-std::string SettingsModel::KeyField(long entry) const {
+std::string_view SettingsModel::KeyField(long entry) const {
   const std::size_t start = static_cast<std::size_t>(entry) * kRecord + 2;
   if (start >= bytes_.size()) return {};
-  return std::string(WithoutNulsBehind(std::string_view(bytes_).substr(start, kField)));
+  return WithoutNulsBehind(std::string_view(bytes_).substr(start, kField));
 }
 
 std::string SettingsModel::StoredKey(long entry) const {
@@ -72,7 +80,13 @@ std::string SettingsModel::StoredValue(long entry) const {
   return DecodeWindows1252(UpTo(std::string_view(bytes_).substr(start, kField), '\0'));
 }
 
-std::string SettingsModel::BareKey(long entry) const { return UpTo(StoredKey(entry), '~'); }
+std::string SettingsModel::BareKey(long entry) const {
+  return DecodeWindows1252(UpTo(UpTo(KeyField(entry), '\0'), '~'));
+}
+
+bool SettingsModel::IsOf(long entry, std::string_view key) const {
+  return IsText(UpTo(UpTo(KeyField(entry), '\0'), '~'), key);
+}
 
 bool SettingsModel::IsFree(long entry) const {
   const std::size_t start = static_cast<std::size_t>(entry) * kRecord + 2;
@@ -82,7 +96,7 @@ bool SettingsModel::IsFree(long entry) const {
 long SettingsModel::Find(std::string_view key) const {
   const std::string_view wanted = WithoutNulsBehind(key);
   for (long entry = 1; entry <= Count(); ++entry) {
-    if (EqualIgnoringCase(DecodeWindows1252(KeyField(entry)), wanted)) return entry;
+    if (IsText(KeyField(entry), wanted)) return entry;
   }
   return 0;
 }
@@ -131,14 +145,14 @@ std::optional<std::string> SettingsModel::Get(std::string_view key) const {
 
 void SettingsModel::Delete(std::string_view key) {
   for (long entry = 1; entry <= Count(); ++entry) {
-    if (BareKey(entry) == key) Write(entry, "", "");
+    if (IsOf(entry, key) && BareKey(entry) == key) Write(entry, "", "");
   }
 }
 
 std::vector<std::string> SettingsModel::Keys() const {
   std::vector<std::string> keys;
   for (long entry = 1; entry <= Count(); ++entry) {
-    if (StoredKey(entry).empty()) continue;
+    if (UpTo(KeyField(entry), '\0').empty()) continue;
     const std::string key = BareKey(entry);
     const bool isMet = std::any_of(keys.begin(), keys.end(), [&](const std::string& met) {
       return EqualIgnoringCase(met, key);

@@ -29,10 +29,11 @@ class SettingsModel {
   static bool IsKey(std::string_view key);
   static std::vector<std::string> ChunksOf(std::string_view value);
 
-  // Of an entry, counted from 1: the key's bytes with the NULs that are not behind it, and the key
-  // as text before the first NUL and the first "~".
-  std::string KeyField(long entry) const;
+  // Of an entry, counted from 1: the key's bytes with the NULs that are not behind it, the key as
+  // text before the first NUL and the first "~", and whether that is a key in any letter case.
+  std::string_view KeyField(long entry) const;
   std::string BareKey(long entry) const;
+  bool IsOf(long entry, std::string_view key) const;
   long Count() const;
   bool IsFree(long entry) const;
 
