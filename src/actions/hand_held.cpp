@@ -48,6 +48,9 @@ class Installer {
 
 void InstallHandHeldPackages(Platform& platform, std::string_view dataPath,
                              std::string_view driverFolder) {
+  std::unique_ptr<HeldFolder> held;
+  Absorb([&] { held = platform.HoldFolder(dataPath); });
+  if (!held) return;
   Installer installer(platform, dataPath);
   installer.Extract("Tarvoexe.pkg", driverFolder);
   const std::string deviceInstaller = installer.Folder("DeviceInstaller");

@@ -34,6 +34,13 @@ struct Outcome {
   bool hasDefinitions = false;  // whether the description, old or new, ends with its definitions
 };
 
+// Lest anything is written through a link in the place of the driver's folder. Nothing is held as
+// long as there are no drivers: unpacking makes all the folders then.
+std::unique_ptr<HeldFolder> HoldDrivers(Platform& platform, const std::string& driverFolder) {
+  const std::string_view drivers = FolderOf(driverFolder);
+  return platform.Attributes(drivers) ? platform.HoldFolder(drivers) : nullptr;
+}
+
 Outcome CheckAndUnpack(Platform& platform, const std::string& path, const std::string& name,
                        const std::string& folder) {
   if (!IsDriverName(name)) return {"The file's name begins with no driver's name."};
@@ -45,6 +52,7 @@ Outcome CheckAndUnpack(Platform& platform, const std::string& path, const std::s
   const bool areKnown =
       Absorb([&] { definitions = DefinitionsWithPackage(platform, package, folder); });
   Absorb([&] {
+    const auto drivers = HoldDrivers(platform, folder);
     package.Unpack(folder, [&](File& description) { AppendDefinitions(description, definitions); });
     outcome.hasDefinitions = areKnown;
   });
@@ -65,6 +73,8 @@ void LetToolsRecordVersions(Platform& platform, const std::string& folder) {
 void FinishDriver(Globals& globals, MainWindow& window, const std::string& folder,
                   bool hasDefinitions) {
   Platform& platform = globals.platform;
+  const auto drivers = platform.HoldFolder(FolderOf(folder));
+  const auto driver = platform.HoldFolder(folder);
   Absorb([&] { platform.MakeFolder(ResolveName(platform, JoinPath(folder, "Data"))); });
   std::string sample;
   Absorb([&] { sample = SampleFile(platform, folder); });
@@ -113,7 +123,7 @@ std::optional<RefusedPackage> InstallDrivers(Globals& globals, MainWindow& windo
       RefuseAsInvalid(globals);
       return RefusedPackage{package, outcome.fault};
     }
-    FinishDriver(globals, window, folder, outcome.hasDefinitions);
+    Absorb([&] { FinishDriver(globals, window, folder, outcome.hasDefinitions); });
     package = window.DriverFileList.After(index++);
   }
   ShowStatus(globals, window, {});

@@ -38,7 +38,8 @@ struct RefusedPackage {
 // The first invalid package ends it at once with the message "Invalid Driver file": drivers
 // installed before stay, the status text stays and the list is not rebuilt. That package is given
 // back then; nothing otherwise. Error 5 for a package whose name is too short. Every other failure
-// is passed over.
+// is passed over; a driver whose folder is a symbolic link is one, since what that leads to is no
+// driver's.
 std::optional<RefusedPackage> InstallDrivers(Globals& globals, MainWindow& window,
                                              const InstallOrder& order);
 

@@ -11,9 +11,12 @@
 namespace tarvo {
 namespace {
 
-// A hidden sample makes the command available, but only those that are not hidden are copied.
+// A hidden sample makes the command available, but only those that are not hidden are copied. A
+// link in the place of either folder is not followed.
 void CopySamples(Platform& platform, std::string_view driver, const std::string& to) {
   const std::string from = DriverFolderPath(platform, driver);
+  const auto drivers = platform.HoldFolder(FolderOf(from));
+  const auto data = platform.HoldFolder(FolderOf(to));
   for (const FolderEntry& file : ListFolder(platform, from, "*.hvd", kNormal)) {
     Absorb([&] { CopyIntoFolder(platform, JoinPath(from, file.name), to); });
   }

@@ -45,12 +45,28 @@ bool IsConfirmedWithDownloads(Globals& globals, int downloads) {
           sure);
 }
 
+// Of a file with other names only this one goes: its attributes are those of the others, too.
+void MakeFileRemovable(Platform& platform, const std::string& path) {
+  if (platform.HasOtherNames(path)) {
+    platform.RemoveFile(path);
+  } else {
+    platform.SetAttributes(path, kNormal);
+  }
+}
+
 // Read-only files would stay. Only the driver's own folder is looked at, not the ones below it.
 void MakeFilesRemovable(Platform& platform, const std::string& folder) {
   if (platform.IsLink(folder)) return;
   for (const FolderEntry& file : ListFolder(platform, folder, "*.*", kHidden)) {
-    Absorb([&] { platform.SetAttributes(JoinPath(folder, file.name), kNormal); });
+    Absorb([&] { MakeFileRemovable(platform, JoinPath(folder, file.name)); });
   }
+}
+
+// Links that somebody puts in the place of the driver's folders meanwhile are not followed.
+void RemoveFolderOfDriver(Globals& globals, const std::string& folder) {
+  const auto drivers = globals.platform.HoldFolder(FolderOf(folder));
+  Absorb([&] { MakeFilesRemovable(globals.platform, folder); });
+  DeleteFolderTree(globals.platform, globals.frontEnd, folder);
 }
 
 }  // namespace
@@ -59,8 +75,7 @@ bool RemoveDriver(Globals& globals, MainWindow& window, const std::string& name)
   Platform& platform = globals.platform;
   if (!IsConfirmedWithDownloads(globals, CountDownloads(globals, name))) return false;
   const std::string folder = DriverFolderPath(platform, name);
-  Absorb([&] { MakeFilesRemovable(platform, folder); });
-  Absorb([&] { DeleteFolderTree(platform, globals.frontEnd, folder); });
+  Absorb([&] { RemoveFolderOfDriver(globals, folder); });
   Absorb([&] { RemoveReg(platform, name); });
   UpdateDriverList(globals, window);
   return true;

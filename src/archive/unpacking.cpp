@@ -113,21 +113,22 @@ std::string Unpacking::UnfinishedPath(std::uint32_t file) const {
   return JoinPath(PathOf(tree_.files[file].folder), UnfinishedName(file));
 }
 
-// The folder itself may be a symbolic link; only below it none is followed.
+// The folder itself may be a symbolic link; only below it none is followed, even if one is put in a
+// folder's place meanwhile.
 void Unpacking::FindTarget(std::string_view target) {
   while (target.size() > 1 && target.back() == kSeparator) target.remove_suffix(1);
   target_ = target.empty() ? "." : ResolveName(platform_, target);
   const auto attributes = platform_.Attributes(target_);
   if (attributes && (*attributes & kDirectory) == 0) FailAt(target_, "is no folder");
   folders_[0].exists = attributes.has_value();
-  if (attributes) return;
-  std::string_view parent = FolderOf(target_);
-  while (!parent.empty() && !platform_.Attributes(parent)) {
-    const std::string_view above = FolderOf(parent);
-    if (above == parent) FailAt(target_, "lies on a drive that is not there");
-    missingParents_.emplace_back(parent);
-    parent = above;
+  std::string_view first = target_;
+  while (!first.empty() && !platform_.Attributes(first)) {
+    const std::string_view above = FolderOf(first);
+    if (above == first) FailAt(target_, "lies on a drive that is not there");
+    if (first != target_) missingParents_.emplace_back(first);
+    first = above;
   }
+  if (!first.empty()) held_ = platform_.HoldFolder(first);
 }
 
 void Unpacking::FindPlaces() {

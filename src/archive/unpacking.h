@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,7 @@ class Unpacking {
   const Directory& directory_;
   const FolderTree& tree_;
   std::string target_;
+  std::unique_ptr<HeldFolder> held_;  // the target, or the folder that its first parent is made in
   std::vector<std::string> missingParents_;
   std::vector<Place> folders_;            // for each folder of the tree
   std::vector<std::string> spellings_;    // for each file: the existing name, "" for none

@@ -44,6 +44,9 @@ void DeleteFolder(Platform& platform, FrontEnd& frontEnd, const std::string& pat
 }  // namespace
 
 void DeleteFolderTree(Platform& platform, FrontEnd& frontEnd, std::string_view pth) {
+  const std::string_view holder = FolderOf(pth);
+  std::unique_ptr<HeldFolder> held;
+  if (!holder.empty()) held = platform.HoldFolder(holder);
   if (platform.IsLink(pth)) {
     const HourglassForFolder hourglass(frontEnd);
     platform.RemoveFile(pth);

@@ -9,7 +9,8 @@ namespace tarvo {
 
 // Removes a folder with everything under it, hidden files and folders too, deepest folders first.
 // A symbolic link, the folder itself included, is removed as such: what it leads to is never
-// entered, changed or removed. Shows the hourglass while it works.
+// entered, changed or removed, even if links are put in the place of folders meanwhile. Shows the
+// hourglass while it works.
 //
 // Read-only files stay, and so do those that the system refuses to remove; a folder in which
 // anything stays cannot be removed, which is an error (75) and abandons everything that would have

@@ -23,6 +23,9 @@ class ForwardingPlatform : public Platform {
   void ChangeCurrentDrive(char32_t letter) override { target_.ChangeCurrentDrive(letter); }
   bool IsDriveRoot(std::string_view path) override { return target_.IsDriveRoot(path); }
   void MakeFolder(std::string_view path) override { target_.MakeFolder(path); }
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override {
+    return target_.HoldFolder(path);
+  }
   std::vector<FolderEntry> Entries(std::string_view folder) override {
     return target_.Entries(folder);
   }
@@ -30,6 +33,7 @@ class ForwardingPlatform : public Platform {
     return target_.Attributes(path);
   }
   bool IsLink(std::string_view path) override { return target_.IsLink(path); }
+  bool HasOtherNames(std::string_view path) override { return target_.HasOtherNames(path); }
   void SetAttributes(std::string_view path, unsigned attributes) override {
     target_.SetAttributes(path, attributes);
   }

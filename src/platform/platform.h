@@ -45,6 +45,12 @@ struct SystemFinding {
   std::string sentence;  // in English, without a line end
 };
 
+// A folder that Platform::HoldFolder has taken hold of; let go at the end of the object's life.
+class HeldFolder {
+ public:
+  virtual ~HeldFolder() = default;
+};
+
 struct CalendarDate {
   int year;
   int month;  // 1 to 12
@@ -86,6 +92,16 @@ class Platform {
   // when its parent is missing. A crash leaves the folder either made or not.
   virtual void MakeFolder(std::string_view path) = 0;
 
+  // Takes hold of a folder, so that what is done below it is done there even if somebody puts
+  // something else in its place meanwhile. Links in `path` are followed now, for the last time: as
+  // long as the object lives, every path that begins with `path`, spelt alike, leads into that very
+  // folder, and no further symbolic link is followed below it, except that one in a file's place is
+  // when the file is opened for reading or its attributes are asked for. A path through a link is
+  // not found (76), nor one with ".."; a folder below a held one can be held unless it is a link.
+  // The held folder itself can be neither removed nor renamed by its path. 76 when there is none.
+  // Windows keeps the held folder in its place instead, and what lies below it is reached as ever.
+  virtual std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) = 0;
+
   // Everything in a folder except "." and "..", in the system's own order. Paths may be of any
   // length.
   virtual std::vector<FolderEntry> Entries(std::string_view folder) = 0;
@@ -98,9 +114,13 @@ class Platform {
   // Whether a path names a symbolic link itself, wherever that leads. Never throws.
   virtual bool IsLink(std::string_view path) = 0;
 
+  // Whether a file has other names somewhere (hard links): what changes its attributes changes them
+  // there, too. Never throws.
+  virtual bool HasOtherNames(std::string_view path) = 0;
+
   // Sets a file's or folder's attributes as far as the system has them, of which kReadOnly is one;
-  // a name stays as hidden as it is. A symbolic link is left alone, and so is what it leads to. 53
-  // when there is nothing.
+  // a name stays as hidden as it is. A symbolic link is left alone, and so are what it leads to and
+  // a file with other names. 53 when there is nothing.
   virtual void SetAttributes(std::string_view path, unsigned attributes) = 0;
 
   // Opens a file; 53 when it must exist and does not, 75 for a folder.

@@ -42,8 +42,8 @@ std::vector<FolderEntry> ListLinuxFolder(std::string_view path) {
 
 Descriptor OpenLinuxFolder(std::string_view path) {
   const ReachedPath reached = ReachPath(path);
-  const char* name = reached.rest.c_str();
-  Descriptor folder(::openat(reached.Base(), name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | reached.NoLink();
+  Descriptor folder(::openat(reached.Base(), reached.rest.c_str(), flags));
   if (folder.Get() < 0) throw FolderError(errno, path);
   return folder;
 }

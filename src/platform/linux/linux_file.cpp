@@ -60,11 +60,11 @@ class LinuxFile final : public File {
 }  // namespace
 
 std::unique_ptr<File> OpenLinuxFile(std::string_view path, OpenFor use) {
+  const ReachedPath reached = ReachPath(path);
   // O_NONBLOCK: a pipe or device under a file's name must not hang the program. It is refused
   // below.
-  const int flags =
-      (use == OpenFor::kReading ? O_RDONLY : O_RDWR | O_CREAT) | O_CLOEXEC | O_NONBLOCK;
-  const ReachedPath reached = ReachPath(path);
+  const int flags = (use == OpenFor::kReading ? O_RDONLY : O_RDWR | O_CREAT | reached.NoLink()) |
+                    O_CLOEXEC | O_NONBLOCK;
   const std::string name(path);
   Descriptor descriptor;
   do {

@@ -17,6 +17,7 @@
 #include "platform/linux/errno_error.h"
 #include "platform/linux/findings.h"
 #include "platform/linux/folder_listing.h"
+#include "platform/linux/held_folder.h"
 #include "platform/linux/linux_file.h"
 #include "platform/linux/linux_folder_watch.h"
 #include "platform/linux/long_path.h"
@@ -98,6 +99,11 @@ std::optional<struct stat> StatusOf(std::string_view path, int flags = 0) {
   return std::nullopt;
 }
 
+// A folder's subfolders are no names of it.
+bool IsKnownByOtherNames(const struct stat& status) {
+  return !S_ISDIR(status.st_mode) && status.st_nlink > 1;
+}
+
 class LinuxPlatform final : public Platform {
  public:
   std::optional<std::string> SpecialFolder(int identifier) override {
@@ -119,10 +125,8 @@ class LinuxPlatform final : public Platform {
   }
 
   void ChangeCurrentFolder(std::string_view path) override {
-    const ReachedPath reached = ReachPath(path);
-    const Descriptor folder(
-        ::openat(reached.Base(), reached.rest.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (folder.Get() < 0 || ::fchdir(folder.Get()) != 0) throw FolderError(errno, path);
+    const Descriptor folder = ReachFolder(path);
+    if (::fchdir(folder.Get()) != 0) throw FolderError(errno, path);
   }
 
   void ChangeCurrentDrive(char32_t) override {}
@@ -134,6 +138,10 @@ class LinuxPlatform final : public Platform {
   void MakeFolder(std::string_view path) override {
     const ReachedPath reached = ReachPath(path);
     if (::mkdirat(reached.Base(), reached.rest.c_str(), 0777) != 0) throw FolderError(errno, path);
+  }
+
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override {
+    return HoldLinuxFolder(path);
   }
 
   std::vector<FolderEntry> Entries(std::string_view folder) override {
@@ -156,6 +164,11 @@ class LinuxPlatform final : public Platform {
     return status && S_ISLNK(status->st_mode);
   }
 
+  bool HasOtherNames(std::string_view path) override {
+    const std::optional<struct stat> status = StatusOf(path, AT_SYMLINK_NOFOLLOW);
+    return status && IsKnownByOtherNames(*status);
+  }
+
   // Of the attributes only the owner's right to write can be set here.
   void SetAttributes(std::string_view path, unsigned attributes) override {
     const ReachedPath reached = ReachPath(path);
@@ -164,7 +177,7 @@ class LinuxPlatform final : public Platform {
     if (file.Get() < 0) throw FileError(errno, reached, path);
     struct stat status;
     if (::fstat(file.Get(), &status) != 0) throw ErrorFromErrno(errno, std::string(path));
-    if (S_ISLNK(status.st_mode)) return;
+    if (S_ISLNK(status.st_mode) || IsKnownByOtherNames(status)) return;
     const mode_t others = status.st_mode & 07777 & ~static_cast<mode_t>(S_IWUSR);
     const mode_t mode = (attributes & kReadOnly) != 0 ? others : others | S_IWUSR;
     // Nothing to change is no error for somebody else's file, which may be deleted all the same.

@@ -8,6 +8,7 @@
 
 #include "base/paths.h"
 #include "platform/linux/errno_error.h"
+#include "platform/linux/held_folder.h"
 
 namespace tarvo {
 
@@ -25,9 +26,29 @@ RuntimeError FileError(int code, const ReachedPath& reached, std::string_view pa
   return ErrorFromErrno(code, std::string(path));
 }
 
+namespace {
+
+// Below a held folder.
+ReachedPath ReachBelow(const HeldPlace& place, std::string_view path) {
+  const std::size_t end = place.rest.rfind('/');
+  const bool isInFolder = end != std::string_view::npos;
+  const std::string_view name = isInFolder ? place.rest.substr(end + 1) : place.rest;
+  if (name == "..") throw FolderError(ENOENT, path);
+  ReachedPath reached;
+  reached.held = place.folder;
+  reached.isHeld = true;
+  reached.rest = name.empty() ? "." : name;
+  if (isInFolder) reached.folder = EnterBelow(place.folder, place.rest.substr(0, end));
+  if (isInFolder && reached.folder.Get() < 0) throw FolderError(errno, path);
+  return reached;
+}
+
+}  // namespace
+
 ReachedPath ReachPath(std::string_view path) {
   constexpr std::size_t kMost = PATH_MAX - 1;
   if (path.find('\0') != std::string_view::npos) throw RuntimeError(kBadFileName);
+  if (const auto place = HeldPlaceOf(path)) return ReachBelow(*place, path);
   ReachedPath reached;
   std::string_view rest = path;
   while (rest.size() > kMost) {
@@ -43,6 +64,14 @@ ReachedPath ReachPath(std::string_view path) {
   }
   reached.rest = rest;
   return reached;
+}
+
+Descriptor ReachFolder(std::string_view path) {
+  const ReachedPath reached = ReachPath(path);
+  const int flags = O_PATH | O_DIRECTORY | O_CLOEXEC | reached.NoLink();
+  Descriptor folder(::openat(reached.Base(), reached.rest.c_str(), flags));
+  if (folder.Get() < 0) throw FolderError(errno, path);
+  return folder;
 }
 
 }  // namespace tarvo

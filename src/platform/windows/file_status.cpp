@@ -29,6 +29,17 @@ std::optional<DWORD> AttributesAt(const std::wstring& path) {
   return information.dwFileAttributes;
 }
 
+// Whether a file, a link itself included, has several names.
+bool HasSeveralNames(const std::wstring& path) {
+  const KernelHandle file(
+      ::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  BY_HANDLE_FILE_INFORMATION information;
+  return IsOpen(file) && ::GetFileInformationByHandle(file.get(), &information) &&
+         (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+         information.nNumberOfLinks > 1;
+}
+
 }  // namespace
 
 std::optional<unsigned> WindowsAttributes(std::string_view path) {
@@ -51,11 +62,19 @@ bool IsWindowsLink(std::string_view path) {
   }
 }
 
+bool HasOtherWindowsNames(std::string_view path) {
+  try {
+    return HasSeveralNames(SystemPath(path));
+  } catch (const RuntimeError&) {
+    return false;  // the path is none
+  }
+}
+
 void SetWindowsAttributes(std::string_view path, unsigned attributes) {
   const std::wstring name = SystemPath(path);
   const DWORD before = ::GetFileAttributesW(name.c_str());
   if (before == INVALID_FILE_ATTRIBUTES) throw ErrorFromCode(::GetLastError(), path);
-  if (IsLinkAt(name)) return;
+  if (IsLinkAt(name) || HasSeveralNames(name)) return;
   const DWORD others = before & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
   DWORD wanted = (attributes & kReadOnly) != 0 ? others | FILE_ATTRIBUTE_READONLY : others;
   // Nothing to change is no error for somebody else's file, which may be deleted all the same.

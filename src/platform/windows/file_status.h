@@ -16,7 +16,8 @@ std::optional<unsigned> WindowsAttributes(std::string_view path);
 // things that the system keeps aside, like files in a cloud, are none.
 bool IsWindowsLink(std::string_view path);
 
-// See Platform::SetAttributes.
+// See Platform::HasOtherNames and Platform::SetAttributes.
+bool HasOtherWindowsNames(std::string_view path);
 void SetWindowsAttributes(std::string_view path, unsigned attributes);
 
 // Whether what a listing or a look at a file says of it makes it a link.

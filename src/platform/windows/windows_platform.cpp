@@ -7,6 +7,7 @@
 #include "platform/windows/file_status.h"
 #include "platform/windows/findings.h"
 #include "platform/windows/folder_listing.h"
+#include "platform/windows/held_folder.h"
 #include "platform/windows/local_time.h"
 #include "platform/windows/naming.h"
 #include "platform/windows/processes.h"
@@ -39,6 +40,9 @@ class WindowsPlatform final : public Platform {
   }
 
   void MakeFolder(std::string_view path) override { MakeWindowsFolder(path); }
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override {
+    return HoldWindowsFolder(path);
+  }
   std::vector<FolderEntry> Entries(std::string_view folder) override {
     return ListWindowsFolder(folder);
   }
@@ -47,6 +51,7 @@ class WindowsPlatform final : public Platform {
     return WindowsAttributes(path);
   }
   bool IsLink(std::string_view path) override { return IsWindowsLink(path); }
+  bool HasOtherNames(std::string_view path) override { return HasOtherWindowsNames(path); }
   void SetAttributes(std::string_view path, unsigned attributes) override {
     SetWindowsAttributes(path, attributes);
   }
