@@ -41,15 +41,15 @@ endfunction()
 
 # tarvo_compile_as_test(TARGET)
 # The tests' own sources take most of the time of a build, above all with sanitizers, and gain little:
-# they are optimised less than what they test, and undefined behaviour is not looked for in them.
+# they are not optimised, unlike what they test, and undefined behaviour is not looked for in them.
 function(tarvo_compile_as_test target)
-  target_compile_options(${target} PRIVATE
-    "$<IF:$<BOOL:${TARVO_SANITIZE}>,-O0,$<$<CONFIG:Release>:-O1>>")
+  target_compile_options(${target} PRIVATE -O0)
   set_target_properties(${target} PROPERTIES TARVO_IS_TEST ON)
 endfunction()
 
-# tarvo_test(NAME SOURCES file... LINKS library... [NOT_ON_WINDOWS case...])
-# A GoogleTest program; each of its cases is a test of its own, named NAME.Suite.Case, in a sanitizer
+# tarvo_test(NAME SOURCES file... LINKS library... [HEADERS header...] [NOT_ON_WINDOWS case...])
+# A GoogleTest program. HEADERS are precompiled for this program, which a program needs that is compiled
+# as Qt wants it; the others share those of tarvo_test_headers. Each of its cases is a test of its own, named NAME.Suite.Case, in a sanitizer
 # build asan.NAME.Suite.Case, because one run of the test runner may cover several builds. For Windows
 # the program is one test, windows.NAME: each start of a program costs much there. NOT_ON_WINDOWS names
 # the cases that must come out differently there; say why beside them.
@@ -57,9 +57,14 @@ if(TARVO_SANITIZE)
   set(TARVO_TEST_PREFIX asan.)
 endif()
 function(tarvo_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;NOT_ON_WINDOWS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;HEADERS;NOT_ON_WINDOWS")
   add_executable(${name}_test ${arg_SOURCES})
   tarvo_compile_as_test(${name}_test)
+  if(arg_HEADERS)
+    target_precompile_headers(${name}_test PRIVATE ${arg_HEADERS})
+  else()
+    target_precompile_headers(${name}_test REUSE_FROM tarvo_test_headers)
+  endif()
   target_link_libraries(${name}_test PRIVATE tarvo_options tarvo_test_support ${arg_LINKS}
                                              GTest::gmock_main)
   set_target_properties(${name}_test PROPERTIES
