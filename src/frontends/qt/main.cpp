@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(tarvo::qt::WindowIcon());
   QApplication::setQuitOnLastWindowClosed(false);
   if (failure) {
-    tarvo::qt::ShowFailure(*failure, "Tarvo");
+    tarvo::qt::ShowFailure(*failure, tarvo::kPlainTitle);
     return 1;
   }
   return tarvo::qt::RunProgram(tarvo::SystemPlatform(), arguments);

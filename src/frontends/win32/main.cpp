@@ -1,4 +1,5 @@
 #include <clocale>
+#include <cstdio>
 #include <string>
 
 #include "frontends/common/program_run.h"
@@ -12,6 +13,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   const auto failure = tarvo::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
   if (!failure) return tarvo::win32::RunProgram(tarvo::SystemPlatform(), arguments);
   if (failure->empty()) return 0;
-  tarvo::win32::ShowFailure(*failure, "Tarvo");
+  std::fprintf(stderr, "%s\n", failure->c_str());
+  tarvo::win32::ShowFailure(*failure, tarvo::kPlainTitle);
   return 1;
 }
