@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace tarvo {
 namespace {
 
@@ -27,6 +29,15 @@ TEST(MatchesPattern, ComparesTheWholeName) {
   EXPECT_TRUE(MatchesPattern("a.csv.csv", "*.csv"));
   EXPECT_TRUE(MatchesPattern("driver.inf", "Driver.inf"));
   EXPECT_FALSE(MatchesPattern("driver.in", "driver.inf"));
+}
+
+TEST(MatchesPattern, FindsAnEndingAsItFindsAnyText) {
+  for (const std::string name :
+       {"", "csv", ".csv", ".CSV", "data.csv", "Daten.cSv", "größe.csv", "a.csv.csv", "a.csvx",
+        "a\xFF.csv", "a.c\xFFv", "a.cs\u0432", "\u212A.csv", "a.\u0421SV"}) {
+    EXPECT_EQ(MatchesPattern(name, "*.csv"), MatchesPattern(name, "**.csv")) << name;
+    EXPECT_EQ(MatchesPattern(name, "*k.csv"), MatchesPattern(name, "**k.csv")) << name;
+  }
 }
 
 TEST(MatchesPattern, TakesAQuestionMarkForExactlyOneCharacter) {
