@@ -4,8 +4,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
-#include <memory>
 #include <string>
 
 #include "platform/linux/errno_error.h"
@@ -14,11 +14,7 @@
 namespace tarvo {
 namespace {
 
-struct CloseListing {
-  void operator()(DIR* listing) const { ::closedir(listing); }
-};
-
-FolderEntry EntryOf(int folder, const dirent& found) {
+FolderEntry EntryOf(int folder, const dirent64& found) {
   FolderEntry entry;
   entry.name = found.d_name;
   entry.isHidden = found.d_name[0] == '.';
@@ -48,21 +44,23 @@ Descriptor OpenLinuxFolder(std::string_view path) {
   return folder;
 }
 
+// By the system's own call: opendir and readdir cost four calls more for each folder.
 std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_view path) {
-  Descriptor own(::fcntl(folder.Get(), F_DUPFD_CLOEXEC, 0));
-  std::unique_ptr<DIR, CloseListing> listing(own.Get() < 0 ? nullptr : ::fdopendir(own.Get()));
-  if (!listing) throw ErrorFromErrno(errno, std::string(path));
-  own.Release();
+  constexpr std::size_t kPiece = 32768;
+  alignas(dirent64) std::array<char, kPiece> piece;
   std::vector<FolderEntry> entries;
   for (;;) {
-    errno = 0;
-    const dirent* found = ::readdir(listing.get());
-    if (!found) break;
-    const std::string_view name = found->d_name;
-    if (name != "." && name != "..") entries.push_back(EntryOf(folder.Get(), *found));
+    const ssize_t size = ::getdents64(folder.Get(), piece.data(), piece.size());
+    // A folder that has been removed meanwhile is at its end.
+    if (size == 0 || (size < 0 && errno == ENOENT)) return entries;
+    if (size < 0) throw ErrorFromErrno(errno, std::string(path));
+    for (auto at = piece.data(); at < piece.data() + size;) {
+      const auto& found = *reinterpret_cast<const dirent64*>(at);
+      const std::string_view name = found.d_name;
+      if (name != "." && name != "..") entries.push_back(EntryOf(folder.Get(), found));
+      at += found.d_reclen;
+    }
   }
-  if (errno != 0) throw ErrorFromErrno(errno, std::string(path));
-  return entries;
 }
 
 }  // namespace tarvo
