@@ -61,7 +61,8 @@ void AddDefault(const std::vector<KeyFileLine>& lines, std::vector<std::string>&
   const std::optional<std::size_t> last = LastLineOfGroup(lines, kDefaults);
   const std::string_view end = lines.empty() ? "\n" : EndLike(last ? lines[*last] : lines.front());
   const auto completeLine = [&](std::size_t index) {
-    if (!lines[index].end.empty()) return;
+    const bool isLeftOut = pieces[index].empty();
+    if (isLeftOut || !lines[index].end.empty()) return;
     pieces[index] += lines[index].whole.ends_with('\r') ? "\n" : end;
   };
   if (last) {
