@@ -2,6 +2,7 @@
 
 #include "actions/install_run.h"
 #include "actions/remove_driver.h"
+#include "archive/archive_maker.h"
 #include "layouts.h"
 #include "support/memory_folders.h"
 #include "support/tree_record.h"
@@ -25,15 +26,10 @@ class Links : private MemoryFolders, public Installing {
     MakeOutside();
     MakeDriver("Meter");
     MakeDriver("Other");
-    const std::string sample = "Title\r\nFIELDNAME\r\nLevel (m)\r\n";
-    Package("Meter_2.drv", {{"Download.EXE", "new"},
-                            {"Sample.hvd", sample},
-                            {"Large.ICO", "new"},
-                            {"Maps/near.bmp", "new"},
-                            {"Maps/Near/harbour.bmp", "new"},
-                            {"Maps/Far/away.bmp", "new"}});
+    PackDriver();
     for (const char* package : {"Tarvoexe", "DeviceInstaller", "PalmKestrel", "Win32Installer"}) {
-      MakePackage(folder, InData(package + std::string(".pkg")), {{"Tool.exe", "new"}});
+      folder.WriteFile(InData(package + std::string(".pkg")),
+                       ArchiveOf({{.name = "Tool.exe", .content = "new"}}));
     }
     status.answer = Answer::kYes;
   }
@@ -97,6 +93,16 @@ class Links : private MemoryFolders, public Installing {
       DriverFile(name + "/" + file, "old");
     }
     fs::permissions(folder / InDrivers(name + "/Large.ICO"), fs::perms(0444));
+  }
+
+  void PackDriver() const {
+    std::vector<MadeMember> members;
+    for (const char* name : {"driver.inf", "Download.EXE", "Large.ICO", "Maps/near.bmp",
+                             "Maps/Near/harbour.bmp", "Maps/Far/away.bmp"}) {
+      members.push_back({.name = name, .content = "new"});
+    }
+    members.push_back({.name = "Sample.hvd", .content = "Title\r\nFIELDNAME\r\nLevel (m)\r\n"});
+    folder.WriteFile(InData("Meter_2.drv"), ArchiveOf(members));
   }
 
   // Lets the folder be removed at the end, as far as no link is followed for it.
