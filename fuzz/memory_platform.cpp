@@ -80,6 +80,13 @@ void MemoryPlatform::MakeFolder(std::string_view path) {
   names_[std::string(Plain(path))] = nullptr;
 }
 
+// Nobody else can put anything in its place.
+std::unique_ptr<HeldFolder> MemoryPlatform::HoldFolder(std::string_view path) {
+  const Content* found = Find(path);
+  if (!found || *found) throw RuntimeError(kPathNotFound);
+  return std::make_unique<HeldFolder>();
+}
+
 std::vector<FolderEntry> MemoryPlatform::Entries(std::string_view folder) {
   const Content* found = Find(folder);
   if (!found || *found) throw RuntimeError(kPathNotFound);

@@ -34,9 +34,11 @@ class MemoryPlatform : public ForwardingPlatform {
   std::string decimalSign = ".";
 
   void MakeFolder(std::string_view path) override;
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override;
   std::vector<FolderEntry> Entries(std::string_view folder) override;
   std::optional<unsigned> Attributes(std::string_view path) override;
   bool IsLink(std::string_view) override { return false; }
+  bool HasOtherNames(std::string_view) override { return false; }
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override;
   std::unique_ptr<File> MakeFile(std::string_view path, FileUse use) override;
   void RenameFile(std::string_view path, std::string_view newPath) override;
