@@ -131,6 +131,17 @@ long DayNumber(const CalendarDate& date) {
   return past * 365 + past / 4 - past / 100 + past / 400 + inYear - kDayZero;
 }
 
+// A time of the day counts alone and behind a date; hours and minutes that are none do not.
+void CheckTime(const Place& place, const std::string& date, int hour, int minute) {
+  const std::string time = std::to_string(hour) + ":" + std::to_string(minute);
+  const bool isTime = hour <= 23 && minute <= 59;
+  for (const std::string& tried :
+       {time, time + ":59", date + " " + time, date + "  " + time + ":0"}) {
+    Require(IsDateOrTime(tried, place.locale.order, place.locale.separator) == isTime,
+            "a time of the day is a time");
+  }
+}
+
 void CheckDate(Place& place, double days) {
   const auto date = CalendarDateOf(DateValue{days});
   const bool isInCalendar = days > -657435 && days < 2958466;
@@ -149,6 +160,7 @@ void CheckDate(Place& place, double days) {
   // Years of three digits are no text that counts.
   if (date->year < 1000) return;
   Require(place.library.IsDateText(text), "a date in the locale's form is one");
+  CheckTime(place, text, date->day, date->month + 47);
   Require(place.library.NormalizeDateText(text) == joined, "its text gives the same parts");
   Require(place.library.ToNumber(text) == std::stod(joined), "its text is the same number");
 }

@@ -137,7 +137,8 @@ def _settings_seeds():
         "refused": _settings(FREE_LOCK, two, operations=[
             (0, (save, INVALID_KEY, 1)), (1, (get, 126)), (0, (save, LONG_KEY, 1))]),
         "not-in-the-code-page": _settings(FREE_LOCK, two, operations=[
-            (0, (save, KEY, 4)), (0, (save, 3, 5)), (1, (get, 3))]),
+            (0, (save, 3, 4)), (1, (get, 3)), (1, (save, 3, 1))]),
+        "value-with-nul": _settings(FREE_LOCK, two, operations=[(0, (save, 3, 5)), (1, (get, 3))]),
         "fresh-lock": _settings(FRESH_LOCK, two, operations=[(0, (save, KEY, 1))]),
         "old-lock": _settings(OLD_LOCK, two, operations=[(0, (get, KEY)), (1, (save, KEY, 1))]),
         "lock-without-time": _settings(LOCK_WITHOUT_TIME, two, operations=[(1, (save, KEY, 1))]),

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "archive/directory.h"
+#include "archive/file_window.h"
+#include "archive/inflater.h"
 #include "archive/member_name.h"
 #include "archive/package.h"
 #include "base/paths.h"
@@ -58,6 +60,16 @@ void CheckNames(const Tree& tree, std::string_view folder) {
   }
 }
 
+// What a tree has under a path, the folders on the way in any letter case; null for nothing.
+const std::string* ContentIn(const Tree& tree, const std::string& path) {
+  const auto exact = tree.find(path);
+  if (exact != tree.end()) return &exact->second;
+  for (const auto& [name, content] : tree) {
+    if (EqualIgnoringCase(name, path)) return &content;
+  }
+  return nullptr;
+}
+
 Tree Below(const MemoryPlatform& platform, std::string_view folder) {
   const std::string start = WithSeparator(folder);
   Tree below;
@@ -65,6 +77,24 @@ Tree Below(const MemoryPlatform& platform, std::string_view folder) {
     if (path.starts_with(start)) below[path] = content;
   }
   return below;
+}
+
+// Every member of the directory is there, with the content that its checksum demands.
+void CheckMembers(MemoryPlatform& platform, const Tree& tree) {
+  FileWindow window(platform.OpenFile(kPackage, OpenFor::kReading));
+  const Directory directory = ReadDirectory(window);
+  for (const Member& member : directory.members) {
+    const std::string_view path = directory.PathOf(member);
+    if (path.empty()) continue;
+    const std::string* content = ContentIn(tree, JoinPath(kDriver, path));
+    Require(content != nullptr, "every member is unpacked");
+    if (member.isFolder) {
+      Require(*content == "<folder>", "a folder is one");
+    } else {
+      Require(content->size() == member.size && Crc32(0, *content) == member.crc,
+              "a file's content is the one that was packed");
+    }
+  }
 }
 
 // Every file of the root holds what the package gives for its name.
@@ -104,6 +134,7 @@ void CheckUnpacking(MemoryPlatform& platform, Package& package) {
   package.Unpack(kDriver);
   const Tree tree = Below(platform, kDriver);
   CheckNames(tree, kDriver);
+  CheckMembers(platform, tree);
   CheckRoot(platform, package);
   package.Unpack(kDriver);
   Require(Below(platform, kDriver) == tree, "unpacking twice is the same as once");
