@@ -229,6 +229,16 @@ TEST_F(FailingFile, ThatFailsOnceHasEachKeyOnceAndLosesNoValue) {
   }
 }
 
+TEST_F(FailingFile, ThatCannotBeOpenedForAMomentGetsNoSecondEntryOfAKey) {
+  int openings = 0;
+  platform.beforeOpening = [&](auto) {
+    if (++openings <= 2) throw RuntimeError(kPermissionDenied);
+  };
+  store.SaveSetting("A", "new");
+  EXPECT_EQ(EntriesOf("A"), 1U);
+  EXPECT_EQ(store.GetSetting("A", ""), "new");
+}
+
 TEST_F(FailingFile, ThatFailsOnceIsReadAllTheSame) {
   failed = true;
   for (int first = 1; failed; ++first) {
