@@ -119,6 +119,41 @@ TEST_F(RemovingWithFaults, LeavesWholeFilesAndNothingElseTouched) {
   TryEveryFault("faults.removal", site, 11);
 }
 
+// A driver that is a link to a folder elsewhere.
+class RemovingALinkWithFaults : public DriverFaults {
+ protected:
+  RemovingALinkWithFaults() {
+    folder.WriteFile("elsewhere/Data/2022-08.csv", "kept elsewhere");
+    std::filesystem::create_symlink(folder / "elsewhere", folder / kLink);
+    site = Everything();
+  }
+  void Prepare(FailingPlatform& failing) override {
+    DriverFaults::Prepare(failing);
+    run->Select("Linked");
+  }
+  void Work() override { run->Window().mnuFileDelete_Click(); }
+  bool MayRaise(const FailingPlatform&) const override { return true; }
+
+  void CheckAfterFault(const FileTree& found, const FailingPlatform&, const Fault&) override {
+    EXPECT_TRUE(Without(found, kLink) == Without(site, kLink)) << "more than the link has gone";
+  }
+  void CheckNextWork(bool isSameRun) override {
+    RenewRun(isSameRun);
+    run->Window().mnuViewRefresh_Click();
+    if (Everything().contains(kLink)) {
+      run->Select("Linked");
+      Work();
+    }
+    EXPECT_TRUE(Everything() == Without(site, kLink));
+  }
+
+  const std::string kLink = InDrivers("Linked");
+};
+
+TEST_F(RemovingALinkWithFaults, LeavesWhatItLeadsToAlone) {
+  TryEveryFault("faults.link_removal", site, 7);
+}
+
 class DownloadingWithFaults : public DriverFaults {
  protected:
   DownloadingWithFaults() {

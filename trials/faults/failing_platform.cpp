@@ -116,6 +116,11 @@ void FailingPlatform::MakeFolder(std::string_view path) {
   ForwardingPlatform::MakeFolder(path);
 }
 
+std::unique_ptr<HeldFolder> FailingPlatform::HoldFolder(std::string_view path) {
+  Step(Nature::kNeedsPermission, "HoldFolder", path);
+  return ForwardingPlatform::HoldFolder(path);
+}
+
 std::vector<FolderEntry> FailingPlatform::Entries(std::string_view folder) {
   Step(Nature::kNeedsPermission, "Entries", folder);
   return ForwardingPlatform::Entries(folder);
@@ -129,6 +134,11 @@ std::optional<unsigned> FailingPlatform::Attributes(std::string_view path) {
 bool FailingPlatform::IsLink(std::string_view path) {
   if (FailsNow(Nature::kNeedsPermission, "IsLink", path)) return false;
   return ForwardingPlatform::IsLink(path);
+}
+
+bool FailingPlatform::HasOtherNames(std::string_view path) {
+  if (FailsNow(Nature::kNeedsPermission, "HasOtherNames", path)) return false;
+  return ForwardingPlatform::HasOtherNames(path);
 }
 
 void FailingPlatform::SetAttributes(std::string_view path, unsigned attributes) {

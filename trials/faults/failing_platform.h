@@ -52,9 +52,11 @@ class FailingPlatform : public ForwardingPlatform {
   std::string CurrentFolder() override;
   void ChangeCurrentFolder(std::string_view path) override;
   void MakeFolder(std::string_view path) override;
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override;
   std::vector<FolderEntry> Entries(std::string_view folder) override;
   std::optional<unsigned> Attributes(std::string_view path) override;
   bool IsLink(std::string_view path) override;
+  bool HasOtherNames(std::string_view path) override;
   void SetAttributes(std::string_view path, unsigned attributes) override;
   std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override;
   std::unique_ptr<File> MakeFile(std::string_view path, FileUse use) override;
