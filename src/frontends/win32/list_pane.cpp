@@ -167,6 +167,9 @@ void ListPane::TakeOverView() {
   } else {
     ArrangeIcons();
   }
+  // Some versions of the control keep a scroll bar of the view before; they show it when it is
+  // needed.
+  ShowScrollBar(window_, SB_BOTH, FALSE);
   EndChanges();
   const ListItem* const selected = list_->SelectedItem();
   if (selected) Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list_->PositionOf(*selected)), FALSE);

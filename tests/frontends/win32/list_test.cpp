@@ -66,9 +66,16 @@ TEST_F(ListTest, AColumnKeepsTheWidthThatTheUserGivesIt) {
 
 TEST_F(ListTest, ThereAreNoScrollBarsWhereEverythingFits) {
   StartWith({"a", "b", "c"});
+  const auto hasScrollBars = [this] {
+    return (GetWindowLongPtrW(List(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL)) != 0;
+  };
   for (const ViewMode mode : {kSmallIcons, kList, kLargeIcons, kSmallIcons, kLargeIcons}) {
     ChooseView(mode);
-    EXPECT_EQ(GetWindowLongPtrW(List(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), 0) << mode;
+    EXPECT_FALSE(hasScrollBars()) << mode;
+    ChooseView(kDetails);
+    EXPECT_TRUE(hasScrollBars()) << "its columns are wider than the window";
+    ChooseView(mode);
+    EXPECT_FALSE(hasScrollBars()) << mode << " after the details";
   }
 }
 
