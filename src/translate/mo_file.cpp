@@ -11,6 +11,10 @@
 namespace tarvo {
 namespace {
 
+// The most bytes of text that a dictionary may have altogether. Texts may overlap in the file, so a
+// small one can name so much that no memory holds it.
+constexpr std::uint64_t kMostText = std::uint64_t{16} * 1024 * 1024;
+
 class Reader {
  public:
   Reader(std::string_view bytes, std::string_view fileName) : bytes_(bytes), fileName_(fileName) {
@@ -41,6 +45,11 @@ class Reader {
       Require(NumberAt(table), std::uint64_t{count} * mo::kTableEntrySize);
     }
     return count;
+  }
+
+  // Refuses the file when there is more text in its records than any dictionary has.
+  void CheckAmount(std::uint64_t textBytes) const {
+    if (textBytes > kMostText) Refuse("has more text than any dictionary");
   }
 
   // The description is a list of lines; without a character set in it the text is taken as UTF-8.
@@ -102,8 +111,11 @@ MoFile ReadMoFile(std::string_view bytes, std::string_view fileName) {
   const std::uint32_t count = reader.Count();
   MoFile file;
   file.entries.reserve(count);
+  std::uint64_t textBytes = 0;
   for (std::uint32_t i = 0; i < count; ++i) {
     const MoEntry entry{reader.TextAt(mo::kOriginalsAt, i), reader.TextAt(mo::kTranslationsAt, i)};
+    textBytes += entry.original.size() + entry.translation.size();
+    reader.CheckAmount(textBytes);
     if (entry.original.empty()) {
       reader.CheckCharacterSet(entry.translation);
       file.language = LanguageIn(entry.translation);

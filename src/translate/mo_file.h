@@ -20,7 +20,8 @@ struct MoFile {
 // program can mean them.
 //
 // Error 321 with a sentence that names the file when the bytes are no MO catalogue, when any part
-// of it lies outside the file, or when the text is in another character set than UTF-8 or ASCII.
+// of it lies outside the file, when the text is in another character set than UTF-8 or ASCII, or
+// when it has more than 16 MiB.
 MoFile ReadMoFile(std::string_view bytes, std::string_view fileName);
 
 }  // namespace tarvo

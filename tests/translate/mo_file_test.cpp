@@ -163,6 +163,23 @@ TEST(MoFile, CountsAndOffsetsBeyondTheFileAreRefused) {
   }
 }
 
+// Every record names the same text from a little further on: 16 GB in a file of 700 KB.
+TEST(MoFile, TextsThatOverlapToMoreThanAnyDictionaryHasAreRefused) {
+  constexpr std::uint32_t kRecords = 40000;
+  constexpr std::uint32_t kText = 400000;
+  std::string bytes;
+  const auto put = [&](std::uint32_t number) {
+    for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(number >> shift);
+  };
+  for (const std::uint32_t number : {0x950412DEU, 0U, kRecords, 28U, 28U, 0U, 0U}) put(number);
+  for (std::uint32_t i = 0; i < kRecords; ++i) {
+    put(kText - i);
+    put(28 + 8 * kRecords + i);
+  }
+  bytes.append(kText, 'a') += '\0';
+  EXPECT_THAT(ErrorOf(bytes), testing::HasSubstr("has more text than any dictionary"));
+}
+
 TEST(MoFile, ATextWithoutItsClosingNulIsRefused) {
   std::string bytes = Compiled(PoText({{"Open", "Auf"}}), "--endianness=little");
   bytes[bytes.rfind('\0')] = 'x';
