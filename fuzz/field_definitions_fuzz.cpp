@@ -1,6 +1,7 @@
 // The "*.hvd" header and the field definitions that are built from it. The input is a length, a
 // description of that length, and the sample.
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,13 +24,11 @@ using Texts = std::vector<std::string>;
 
 // The parts of a text between separators, at least one.
 Texts Split(std::string_view text, std::string_view separators) {
-  Texts parts(1);
-  for (const char letter : text) {
-    if (separators.find(letter) == std::string_view::npos) {
-      parts.back() += letter;
-    } else {
-      parts.emplace_back();
-    }
+  Texts parts;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find_first_of(separators, start), text.size());
+    parts.emplace_back(text.substr(start, end - start));
+    start = end + 1;
   }
   return parts;
 }
@@ -55,9 +54,10 @@ std::string FieldUnder(const Texts& header, const Texts& fields, std::string_vie
 // The definitions of a sample, with everything taken apart first.
 std::string Expected(std::string_view sample) {
   const Texts lines = LinesOf(DecodeWindows1252(sample));
+  if (lines.size() < 2) return {};
+  const Texts header = Split(lines[1], "|");
   std::string result;
   for (std::size_t i = 2; i < lines.size(); ++i) {
-    const Texts header = Split(lines[1], "|");
     const Texts fields = Split(lines[i], "|");
     result += FieldDefinition(FieldUnder(header, fields, "FIELDNAME"),
                               FieldUnder(header, fields, "CSVNAME"));

@@ -41,10 +41,11 @@ def main():
         found = _number_of_files(build / "findings" / target, "*")
         mended = _number_of_files(CORPUS / target, "found-*")
         open_findings += found
+        defects = "1 defect" if mended == 1 else f"{mended} defects"
         print(f"{target}: {executions:,} executions, {speed:,} a second, {edges:,} edges, "
               f"{features:,} features, {found} findings open; {sums[target]:,} executions in all")
         print(f"figure fuzz.{target}: {sums[target]:,} executions, {edges:,} edges and {features:,} "
-              f"features covered, {mended} defects found and mended, {found} open")
+              f"features covered, {defects} found and mended, {found} open")
     sums_file.write_text(json.dumps(sums, indent=1) + "\n")
     sys.exit(1 if open_findings else 0)
 
