@@ -23,6 +23,15 @@ void RemoveFileIfPossible(Platform& platform, const std::string& path, const Fol
   Absorb([&] { platform.RemoveFile(path); });
 }
 
+// The folder is held meanwhile, which makes the way to each of many files short.
+void RemoveFiles(Platform& platform, const std::string& path,
+                 const std::vector<FolderEntry>& entries) {
+  const auto held = platform.HoldFolder(path);
+  for (const FolderEntry& entry : entries) {
+    if (!entry.isFolder) RemoveFileIfPossible(platform, JoinPath(path, entry.name), entry);
+  }
+}
+
 void DeleteFolder(Platform& platform, FrontEnd& frontEnd, const std::string& path, int level) {
   const HourglassForFolder hourglass(frontEnd);
   if (level > kDeepestLevel) throw RuntimeError(kPathFileAccessError);
@@ -35,9 +44,7 @@ void DeleteFolder(Platform& platform, FrontEnd& frontEnd, const std::string& pat
   for (const FolderEntry& entry : entries) {
     if (entry.isFolder) DeleteFolder(platform, frontEnd, JoinPath(path, entry.name), level + 1);
   }
-  for (const FolderEntry& entry : entries) {
-    if (!entry.isFolder) RemoveFileIfPossible(platform, JoinPath(path, entry.name), entry);
-  }
+  RemoveFiles(platform, path, entries);
   platform.RemoveFolder(path);
 }
 
