@@ -3,159 +3,26 @@
 // simple telling of the same rules, and apart from that no record of another key may change.
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "base/numbers.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "input.h"
-#include "memory_platform.h"
 #include "require.h"
 #include "settings/registry_replacement.h"
+#include "settings_input.h"
 #include "settings_model.h"
 
 namespace tarvo::fuzz {
 namespace {
 
-constexpr std::string_view kFile = "/localregistry.dat";
 constexpr std::size_t kRecord = SettingsModel::kRecord;
-
-// A system whose clock goes on each time it is looked at. Another program that holds the lock lets
-// go of it when it has been waited for long enough.
-class Clock final : public MemoryPlatform {
- public:
-  static constexpr int kPatience = 20;
-  static constexpr double kSecondsPerLook =
-      6;  // so long that a waiting store looks at the lock's age
-
-  void BeginOperation() { looks_ = 0; }
-
-  double SecondsSinceMidnight() override {
-    const double now = secondsOfDay;
-    secondsOfDay += kSecondsPerLook;
-    if (secondsOfDay >= 86400) {
-      secondsOfDay -= 86400;
-      day += 1;
-    }
-    if (++looks_ == kPatience) {
-      std::string& bytes = ContentOf(kFile);
-      bytes.replace(0, kRecord, EmptyLock());
-    }
-    return now;
-  }
-
-  static std::string EmptyLock() { return std::string("\0\x08", 2) + std::string(2048, '\0'); }
-
- private:
-  int looks_ = 0;
-};
-
-std::string Record(std::string_view length, std::string_view key, std::string_view value) {
-  std::string record(length);
-  record += key.substr(0, 1024);
-  record.resize(1026);
-  record += value.substr(0, 1024);
-  record.resize(kRecord);
-  return record;
-}
-
-// Keys that meet each other in letter case, continuation and length, and any other. The longest are
-// rare: looking for them takes as long as all else.
-std::string SomeKey(Input& input) {
-  static const std::string kKeys[] = {
-      "Key", "KEY", "key", "K", "\u00C4rger", "\u00E4rger", "Key~2", "", "no\u2192code page"};
-  static const std::string kLongKeys[] = {std::string(1000, 'x'), std::string(1001, 'x'),
-                                          std::string(999, 'x') + "\u20AC"};
-  const unsigned choice = input.Choice(128);
-  if (choice >= 128 - std::size(kLongKeys)) return kLongKeys[127 - choice];
-  if (choice < 96) return kKeys[choice % std::size(kKeys)];
-  return std::string(input.Bytes(choice - 96));
-}
-
-// A short value, with characters that the code page lacks among them.
-std::string SomeValue(Input& input) {
-  static const std::string kShort[] = {"", "1", "2", "\u00E9", "\u2192", std::string("a\0b", 3)};
-  const unsigned choice = input.Choice(16);
-  if (choice < std::size(kShort)) return kShort[choice];
-  return std::string(input.Bytes(choice));
-}
-
-// Values around the lengths at which they need one more record.
-std::string LongValue(Input& input) {
-  static const std::string kLong[] = {std::string(1023, 'a'), std::string(1024, 'b'),
-                                      std::string(1025, 'c'), std::string(2049, 'd'),
-                                      std::string(1023, 'e') + "\u20ACf"};
-  return kLong[input.Choice(std::size(kLong))];
-}
-
-std::string SomeRecord(Input& input, Platform& platform) {
-  static constexpr std::string_view kWhole{"\0\x08", 2};
-  const auto key = [&] { return platform.EncodeCodePage(SomeKey(input)); };
-  const auto value = [&] { return platform.EncodeCodePage(SomeValue(input)); };
-  switch (input.Choice(16)) {
-    case 0:
-      return Record(kWhole, "", "");
-    case 1: {
-      const std::string first = key() + "~" + std::to_string(input.Choice(6));
-      return Record(kWhole, first, value());
-    }
-    case 2:  // both fields without a NUL
-      return Record(kWhole, std::string(1024, static_cast<char>(input.Byte())),
-                    std::string(1024, 'v'));
-    case 3: {  // a length that is not that of the text, which nobody looks at
-      const std::string_view length = input.Bytes(2);
-      return Record(length.size() == 2 ? length : kWhole, key(), value());
-    }
-    case 4: {  // empty by its first byte, but not by the others
-      const std::string rest = std::string(1, '\0') + std::string(input.Bytes(input.Choice(20)));
-      return Record(kWhole, rest, value());
-    }
-    default: {
-      const std::string first = key();
-      return Record(kWhole, first, value());
-    }
-  }
-}
-
-// Nobody's, another program's with a time or without, or any record at all.
-std::string SomeLock(Input& input, Platform& platform) {
-  static constexpr std::string_view kWhole{"\0\x08", 2};
-  switch (input.Choice(6)) {
-    case 0:
-      return Record(kWhole, "another", NumberText(platform.Now(), "."));
-    case 1:
-      return Record(kWhole, "another", "44999.5");
-    case 2:
-      return Record(kWhole, "another", "");
-    case 3:
-      return Record(kWhole, "", input.Bytes(input.Choice(20)));
-    default:
-      return Clock::EmptyLock();
-  }
-}
-
-std::string SomeFile(Input& input, Platform& platform) {
-  std::string bytes;
-  if (input.Choice(8) == 0) return bytes;
-  bytes = SomeLock(input, platform);
-  for (unsigned left = input.Choice(6); left > 0; --left) bytes += SomeRecord(input, platform);
-  switch (input.Choice(6)) {
-    case 0:
-      bytes.resize(bytes.size() - std::min<std::size_t>(bytes.size(), input.Number16() % 2100));
-      break;
-    case 1:
-      bytes.append(input.Number16() % 2100, 'z');
-      break;
-  }
-  return bytes;
-}
 
 // The system and the stores of every run: making a store takes longer than using it.
 struct World {
-  Clock platform;
+  TickingPlatform platform;
   RegistryReplacement first{platform};  // the clock goes on: each has an identity of its own
   RegistryReplacement second{platform};
   RegistryReplacement later{platform};
@@ -168,9 +35,9 @@ class Session {
     platform_.day = 45000;
     platform_.secondsOfDay = 43200;
     platform_.BeginOperation();
-    platform_.PutFile(kFile, SomeFile(input, platform_));
-    world.first.SetRegistryDataFile(std::string(kFile));
-    world.second.SetRegistryDataFile(std::string(kFile));
+    platform_.PutFile(kSettingsFile, SomeFile(input, platform_));
+    world.first.SetRegistryDataFile(std::string(kSettingsFile));
+    world.second.SetRegistryDataFile(std::string(kSettingsFile));
   }
 
   void Run() {
@@ -184,7 +51,7 @@ class Session {
   }
 
  private:
-  const std::string& Bytes() { return platform_.ContentOf(kFile); }
+  const std::string& Bytes() { return platform_.ContentOf(kSettingsFile); }
 
   void Operate(RegistryReplacement& store) {
     switch (input_.Choice(16)) {
@@ -220,7 +87,7 @@ class Session {
   }
 
   void Put(std::size_t offset, std::string_view bytes) {
-    std::string& file = platform_.ContentOf(kFile);
+    std::string& file = platform_.ContentOf(kSettingsFile);
     if (file.size() < offset + bytes.size()) file.resize(offset + bytes.size());
     file.replace(offset, bytes.size(), bytes);
   }
@@ -238,7 +105,7 @@ class Session {
     RequireSameEntries(isRefused ? before_ : model.Bytes());
     RequireOthersUntouched(key);
     if (isRefused) return;
-    Require(Bytes().substr(0, kRecord) == Clock::EmptyLock(), "the lock is let go");
+    Require(Bytes().substr(0, kRecord) == EmptyLock(), "the lock is let go");
     if (isStorable && !key.empty() && IsWellKept(key)) {
       Require(store.GetSetting(key, "none") == value, "what is saved is read");
     }
@@ -269,8 +136,8 @@ class Session {
     const SettingsModel model(bytes);
     platform_.BeginOperation();
     RegistryReplacement& store = world_.later;
-    store.SetRegistryDataFile(std::string(kFile));
-    Require(store.RegistryDataFile() == kFile, "the file opens again");
+    store.SetRegistryDataFile(std::string(kSettingsFile));
+    Require(store.RegistryDataFile() == kSettingsFile, "the file opens again");
     const std::vector<std::string> keys = store.EnumEntries();
     Require(keys == model.Keys(), "a later run finds the same keys");
     for (const std::string& key : keys) {
@@ -338,7 +205,7 @@ class Session {
   }
 
   World& world_;
-  Clock& platform_;
+  TickingPlatform& platform_;
   Input& input_;
   std::string before_;
   bool hasLongValue_ = false;
