@@ -1,207 +1,109 @@
-"""Measures each piece of work and its peer in turn, prints the ratios and writes them to a page.
+"""Measures each piece of work and its peer in turn, prints the ratios and, when all are measured, writes
+them to a page.
 
-Usage: compare.py BUILD-FOLDER ROUNDS PAGE
+Usage: compare.py BUILD-FOLDER WINDOWS-BUILD-FOLDER PAGE [ROUNDS] [GROUP...]
+
+Fewer than 9 rounds, or named groups, print the tables only.
 """
 
 import dataclasses
-import datetime
-import json
 import os
 import pathlib
-import platform
-import statistics
-import subprocess
 import sys
 import tempfile
-import typing
-
-import catalogue_data
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(_ROOT / "tests" / "program"))
+sys.path[:0] = [str(_ROOT / "tests" / "program"), str(_ROOT / "tests" / "windows")]
 
-import session  # noqa: E402
-
-
-@dataclasses.dataclass
-class Sample:
-    wall: float
-    processor: float  # time, in the same unit
+_ROUNDS = 11
+_FEWEST_ROUNDS = 9  # for figures that are kept
 
 
 @dataclasses.dataclass
-class Comparison:
-    work: str
-    peer: str
-    measure_work: typing.Callable[[], Sample]
-    measure_peer: typing.Callable[[], Sample]
+class Place:
+    """Where a group finds the programs, and a folder in memory for its data."""
+
+    build: pathlib.Path
+    windows_build: pathlib.Path  # may be missing
+    data: pathlib.Path
+
+    @property
+    def programs(self):
+        return self.build / "bin"
 
 
-@dataclasses.dataclass
-class Result:
-    comparison: Comparison
-    wall: float  # ratio of the medians
-    processor: float
-    lowest: float  # wall ratio of a single round
-    highest: float
+def _compare(module):
+    """A group whose module gives comparisons, one after the other as their data is made."""
 
+    def measure(place, rounds, report):
+        import measuring
 
-def _output(command, **options):
-    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                          stdin=subprocess.DEVNULL, timeout=300, **options)
-    if done.returncode:
-        raise RuntimeError(f"{command[0]} failed: {done.stderr.strip()}")
-    return done.stdout
-
-
-def in_process(program, name, environment):
-    """Measures one benchmark of a program made with Google Benchmark."""
-    command = [program, f"--benchmark_filter=^{name}$", "--benchmark_min_time=0.2",
-               "--benchmark_format=json"]
-
-    def measure():
-        run, = json.loads(_output(command, env=environment))["benchmarks"]
-        if run.get("error_occurred"):
-            raise RuntimeError(f"{name}: {run['error_message']}")
-        return Sample(run["real_time"], run["cpu_time"])
+        reason = getattr(module, "reason_to_leave_out", lambda place: None)(place)
+        if reason:
+            print(f"left out: {reason}")
+            report.left_out.append(reason)
+            return
+        for comparison in module.comparisons(place):
+            print(f"measuring: {comparison.work} / {comparison.peer}", flush=True)
+            report.ratios.append(measuring.compare(comparison, rounds))
 
     return measure
 
 
-def first_window(timer, command, environment, folder):
-    """Measures from the start of a program to the first picture of its window."""
+def _groups():
+    """What measures each group, by the group's name, in the order of the tables."""
+    import catalogue_comparisons
+    import growth
+    import package_comparisons
+    import settings_comparisons
+    import start_comparisons
+    import tool_wait
+    import translation_comparisons
+    import windows_comparisons
 
-    def measure():
-        output = _output([timer, catalogue_data.ICON_COLOUR, *command], env=environment,
-                         cwd=folder)
-        return Sample(*(float(text) for text in output.split()))
-
-    return measure
-
-
-def comparisons(build, data):
-    """All comparisons; their data is made in the folder `data`."""
-    programs = build / "bin"
-    plain, versions = data / "plain", data / "versions"
-    catalogue_data.make_catalogue(plain, with_versions=False)
-    drivers = catalogue_data.make_catalogue(versions, with_versions=True)
-
-    def catalogue(name, documents):
-        environment = dict(os.environ, TARVO_COMMON_DOCUMENTS=str(documents))
-        return in_process(programs / "catalogue_bench", name, environment)
-
-    def settings(name):
-        return in_process(programs / "settings_bench", name, dict(os.environ, TMPDIR=str(data)))
-
-    display = session.shared().environment
-
-    def window(*command):
-        environment = dict(display, TARVO_COMMON_DOCUMENTS=str(versions))
-        # The dictionary is looked for in the current folder.
-        return first_window(programs / "first_window", command, environment,
-                            build / "translations" / "de")
-
-    def minimal(*arguments):
-        return window(programs / "minimal_window", catalogue_data.ICON_COLOUR, *arguments)
-
-    one_pass = "one `std::filesystem` pass that counts three extensions"
-    tarvo = "start to first painted window, 200 drivers"
-    return [
-        Comparison("counting the data files of 200 drivers, 20,000 files", one_pass,
-                   catalogue("Count", plain), catalogue("Pass", plain)),
-        Comparison("listing these drivers, no version recorded", one_pass,
-                   catalogue("List", plain), catalogue("Pass", plain)),
-        Comparison("listing these drivers, 600 versions recorded", one_pass,
-                   catalogue("List", versions), catalogue("Pass", versions)),
-        Comparison("`GetSetting` of one key among 100", "gdbm opened, fetched from and closed",
-                   settings("GetSetting"), settings("GdbmFetch")),
-        Comparison(tarvo, "a minimal Qt window, 200 icons drawn in memory",
-                   window(programs / "tarvo"), minimal()),
-        Comparison(tarvo, "a minimal Qt window, 200 icons read from the same files",
-                   window(programs / "tarvo"), minimal(drivers)),
-    ]
+    return {
+        "packages": _compare(package_comparisons),
+        "listing": _compare(catalogue_comparisons),
+        "settings": _compare(settings_comparisons),
+        "translation": _compare(translation_comparisons),
+        "start": _compare(start_comparisons),
+        "windows": _compare(windows_comparisons),
+        "wait": lambda place, rounds, report: tool_wait.measure(place, report),
+        "growth": growth.measure,
+    }
 
 
-def compare(comparison, rounds):
-    # The first run of each warms the caches and does not count.
-    comparison.measure_work()
-    comparison.measure_peer()
-    pairs = [(comparison.measure_work(), comparison.measure_peer()) for _ in range(rounds)]
-
-    def ratio(figure):
-        work, peer = ([figure(sample) for sample in side] for side in zip(*pairs))
-        return statistics.median(work) / statistics.median(peer)
-
-    single = [work.wall / peer.wall for work, peer in pairs]
-    return Result(comparison, ratio(lambda sample: sample.wall),
-                  ratio(lambda sample: sample.processor), min(single), max(single))
+def _arguments(words):
+    rounds = int(words.pop(0)) if words and words[0].isdigit() else _ROUNDS
+    groups = _groups()
+    unknown = [word for word in words if word not in groups]
+    if unknown or rounds < 1:
+        sys.exit(f"compare.py: there is no group {unknown or rounds}, only {', '.join(groups)}")
+    return rounds, {name: groups[name] for name in words or groups}, not words
 
 
-def table(results):
-    lines = ["| Work | Peer | Wall time | Processor time | Single rounds, wall time |",
-             "|---|---|---:|---:|---:|"]
-    for result in results:
-        lines.append(f"| {result.comparison.work} | {result.comparison.peer} | {result.wall:.2f} "
-                     f"| {result.processor:.2f} | {result.lowest:.2f} to {result.highest:.2f} |")
-    return "\n".join(lines) + "\n"
+def main(build, windows_build, page, words):
+    # For the tests' own modules.
+    os.environ["TARVO_BUILD_FOLDER"] = str(build)
+    os.environ["TARVO_WINDOWS_BUILD_FOLDER"] = str(windows_build)
+    from report import Report
 
-
-def machine(data):
-    """What the figures were taken on, in words."""
-    model = "an unnamed processor"
-    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
-        if line.startswith("model name"):
-            model = line.partition(":")[2].strip()
-            break
-    system = platform.freedesktop_os_release()["PRETTY_NAME"]
-    file_system = _output(["stat", "-f", "-c", "%T", str(data)]).strip()
-    cores = len(os.sched_getaffinity(0))
-    load = os.getloadavg()[0]
-    return f"{model}, {cores} cores, load average {load:.1f}; {system}; data on {file_system}"
-
-
-_PAGE = """# Performance
-
-Written by `bench/run`, which measures each piece of work and its peer in turn, {rounds} rounds after
-one that does not count. A ratio is Tarvo's median divided by the peer's: below 1, Tarvo is faster.
-The times themselves say little on a shared machine, and are not kept; the last column shows how far
-single rounds were apart. Where the load average is above the number of cores, other work has
-disturbed the wall times, and the ratio of the processor times is the one to go by.
-
-{date}, {machine}.
-
-{table}
-How it is measured:
-
-- The catalogue has 200 drivers, each with an icon file and 100 files in 5 subfolders: 40 CSV, 20 ASC,
-  20 TXT and 20 others. With versions recorded, the settings file has an entry for each of the three
-  tools of every driver.
-- Counting and listing run in one process over the null front end, and fail unless they find as many
-  files as the plain pass. Listing also reads the icons and the recorded versions.
-- Both settings stores are opened and closed for each value, which must be the right one.
-- The first window is timed from outside, from the start of the process until the list's icons are
-  seen on a virtual X display with a window manager; the processor time is that of the program alone.
-  Tarvo lists the catalogue with versions recorded and loads the German dictionary. The minimal
-  window is a `QListView` of 200 icons with nothing around it, of the same size.
-"""
-
-
-def main(build, rounds, page):
+    rounds, groups, are_all = _arguments(words)
     memory = pathlib.Path("/dev/shm")
     parent = memory if os.access(memory, os.W_OK) else None
+    report = Report()
     with tempfile.TemporaryDirectory(prefix="tarvo-bench-", dir=parent) as name:
-        data = pathlib.Path(name)
-        results = []
-        for comparison in comparisons(build, data):
-            print(f"measuring: {comparison.work} / {comparison.peer}", flush=True)
-            results.append(compare(comparison, rounds))
-        text = table(results)
-        page.write_text(_PAGE.format(rounds=rounds, date=datetime.date.today().isoformat(),
-                                     machine=machine(data), table=text))
-    print(f"\n{text}\nwritten to {page}")
+        place = Place(build, windows_build, pathlib.Path(name))
+        for measure in groups.values():
+            measure(place, rounds, report)
+        for table in report.tables().values():
+            print(f"\n{table}", end="")
+        if are_all and rounds >= _FEWEST_ROUNDS:
+            report.write_page(page, rounds, place.data)
+            print(f"\nwritten to {page}")
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 4:
+    if len(sys.argv) < 4:
         sys.exit(__doc__)
-    main(pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]), pathlib.Path(sys.argv[3]))
+    main(*(pathlib.Path(path).resolve() for path in sys.argv[1:4]), sys.argv[4:])

@@ -5,7 +5,8 @@
 // The program's window is painted when the screen shows COLOUR (#rrggbb, that of the icons in its
 // list) on at least as many pixels as one icon has. The X server tells of every change on the
 // screen, so nothing is polled; after each change the whole screen is read. Prints the milliseconds
-// that passed and the processor time that the program took, then ends the program.
+// that passed, the processor time that the program took and the KiB of memory that it had in use at
+// most, then ends the program.
 
 #include <poll.h>
 #include <signal.h>
@@ -21,6 +22,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -122,6 +124,17 @@ class Program {
     return true;
   }
 
+  // The most memory that was in use at one moment, in KiB. That of the process's own program: what
+  // wait4 tells begins with that of the process which started it.
+  long PeakMemory() const {
+    std::ifstream status("/proc/" + std::to_string(process_) + "/status");
+    for (std::string name; status >> name;) {
+      long value = 0;
+      if (name == "VmHWM:" && status >> value) return value;
+    }
+    throw std::runtime_error("the system does not tell the program's memory");
+  }
+
   // Ends the process; the milliseconds of processor time that it has taken.
   double End() {
     rusage used{};
@@ -156,7 +169,8 @@ void TimeFirstWindow(std::uint32_t colour, char** command) {
     awaitChange("no window has been painted");
   }
   const std::chrono::duration<double, std::milli> passed = Clock::now() - start;
-  std::printf("%.3f %.3f\n", passed.count(), program.End());
+  const long memory = program.PeakMemory();
+  std::printf("%.3f %.3f %ld\n", passed.count(), program.End(), memory);
 }
 
 }  // namespace

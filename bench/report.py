@@ -1,0 +1,126 @@
+"""What was measured, as tables and as the page docs/performance.md."""
+
+import dataclasses
+import datetime
+import os
+import pathlib
+import platform
+
+import measuring
+
+_TEMPLATE = pathlib.Path(__file__).with_name("performance.md.in")
+
+
+@dataclasses.dataclass
+class Growth:
+    """What a unit of some work takes when there are more and more units, or things around it."""
+
+    work: str
+    unit: str
+    times: dict[int, float]  # microseconds of processor time for a unit, by their number
+
+    # A unit may take this much longer than it did when there were fewer. Twice: what every run takes
+    # whatever its size lets a unit take less at first, never more, and caches of a processor that no
+    # longer hold everything cost less than that.
+    MOST = 2.0
+
+    def factor(self):
+        """How much longer a unit takes at most than with fewer of them."""
+        times = [self.times[size] for size in sorted(self.times)]
+        return max(later / min(times[:place + 1]) for place, later in enumerate(times))
+
+    def grows_faster(self):
+        return self.factor() > self.MOST
+
+
+@dataclasses.dataclass
+class Figure:
+    """Something that has no peer."""
+
+    work: str
+    value: float
+    target: float
+    unit: str
+
+
+class Report:
+    def __init__(self):
+        self.ratios: list[measuring.Ratios] = []
+        self.growths: list[Growth] = []
+        self.figures: list[Figure] = []
+        self.left_out: list[str] = []  # why
+
+    def tables(self):
+        made = [(self.ratios, _ratio_table), (self.figures, _figure_table),
+                (self.growths, _growth_table)]
+        return {table.__name__.strip("_"): table(rows) for rows, table in made if rows}
+
+    def write_page(self, page, rounds, data):
+        page.write_text(_TEMPLATE.read_text().format(
+            rounds=rounds, date=datetime.date.today().isoformat(), machine=machine(data),
+            left_out="".join(f"\nLeft out: {reason}\n" for reason in self.left_out),
+            most=f"{Growth.MOST:g}", **self.tables()))
+
+
+def _row(*cells):
+    return "| " + " | ".join(cells) + " |"
+
+
+def _verdict(target, wall, processor):
+    if target is None:
+        return ""
+    met = {"wall time": wall <= target, "processor time": processor <= target}
+    if all(met.values()):
+        return "yes"
+    return next((f"{name} only" for name, is_met in met.items() if is_met), "**no**")
+
+
+def _ratio_table(rows):
+    lines = [_row("Work", "Peer", "Wall time", "Processor time", "Target", "Met",
+                  "Single rounds, wall time"), "|---|---|---:|---:|---:|---|---:|"]
+    for row in rows:
+        comparison = row.comparison
+        target = comparison.target
+        lines.append(_row(comparison.work, comparison.peer, f"{row.wall:.2f}",
+                          f"{row.processor:.2f}", "" if target is None else f"{target:.2f}",
+                          _verdict(target, row.wall, row.processor),
+                          f"{row.lowest:.2f} to {row.highest:.2f}"))
+        if row.memory is not None:
+            wanted = comparison.memory_target
+            lines.append(_row("peak memory of that start", comparison.peer,
+                              f"{row.memory:.2f} (memory)", "", f"{wanted:.2f}",
+                              "yes" if row.memory <= wanted else "**no**", ""))
+    return "\n".join(lines) + "\n"
+
+
+def _figure_table(rows):
+    lines = [_row("Work", "Figure", "Target", "Met"), "|---|---:|---:|---|"]
+    for row in rows:
+        lines.append(_row(row.work, f"{row.value:.3f} {row.unit}", f"{row.target:g} {row.unit}",
+                          "yes" if row.value < row.target else "**no**"))
+    return "\n".join(lines) + "\n"
+
+
+def _growth_table(rows):
+    sizes = sorted({size for row in rows for size in row.times})
+    lines = [_row("Work", "Unit", *(f"{size:,}" for size in sizes), "Grows"),
+             "|---|---|" + "---:|" * len(sizes) + "---|"]
+    for row in rows:
+        times = (f"{row.times[size]:.3g}" if size in row.times else "" for size in sizes)
+        grows = f"**faster, {row.factor():.3g} times**" if row.grows_faster() else "as the work"
+        lines.append(_row(row.work, row.unit, *times, grows))
+    return "\n".join(lines) + "\n"
+
+
+def machine(data):
+    """What the figures were taken on, in words."""
+    model = "an unnamed processor"
+    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            model = line.partition(":")[2].strip()
+            break
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
+    file_system = measuring.output_of(["stat", "-f", "-c", "%T", str(data)]).strip()
+    cores = len(os.sched_getaffinity(0))
+    load = os.getloadavg()[0]
+    return f"{model}, {cores} cores, load average {load:.1f}; {system}; data on {file_system}"
