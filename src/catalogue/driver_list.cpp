@@ -37,10 +37,14 @@ class TolerantSteps {
   bool errorPending_ = false;
 };
 
-std::vector<FolderEntry> DriversInCurrentFolder(Platform& platform) {
+std::vector<std::string> DriversInCurrentFolder(Platform& platform) {
   // Plain files are listed beside folders, and no attribute is tested: a file in `Drivers` is a
   // driver too.
-  return ListFolder(platform, platform.CurrentFolder(), "*.*", kDirectory);
+  std::vector<std::string> names;
+  for (FolderEntry& entry : ListFolder(platform, platform.CurrentFolder(), "*.*", kDirectory)) {
+    names.push_back(std::move(entry.name));
+  }
+  return names;
 }
 
 // "driver.ICO" for both lists, or "Large.ICO" and "Small.BMP" when any part of that fails.
@@ -62,7 +66,8 @@ void AddImages(Globals& globals, MainWindow& window, const std::string& name, in
 }
 
 // Counts and versions. What fails leaves its column as it is.
-void FillSubItems(Globals& globals, const std::string& name, ListItem& item, TolerantSteps& steps) {
+void FillSubItems(Globals& globals, const ToolVersions& versions, const std::string& name,
+                  ListItem& item, TolerantSteps& steps) {
   DataFileTree files(globals.platform, globals.frontEnd, name);
   for (std::size_t pattern = 0; pattern < kDataFilePatterns.size(); ++pattern) {
     steps.Try([&] {
@@ -74,19 +79,19 @@ void FillSubItems(Globals& globals, const std::string& name, ListItem& item, Tol
   }
   for (std::size_t tool = 0; tool < kToolSuffixes.size(); ++tool) {
     steps.Try([&] {
-      item.SubItems[kDataFilePatterns.size() + tool] =
-          ToolVersion(globals, name, kToolSuffixes[tool]);
+      item.SubItems[kDataFilePatterns.size() + tool] = versions.Of(name, kToolSuffixes[tool]);
     });
   }
 }
 
 // Adds one driver to the list; true when nothing failed.
-bool AddDriver(Globals& globals, MainWindow& window, const std::string& name, int imageIndex) {
+bool AddDriver(Globals& globals, MainWindow& window, const ToolVersions& versions,
+               const std::string& name, int imageIndex) {
   TolerantSteps steps;
   AddImages(globals, window, name, imageIndex, steps);
   ListItem* item = nullptr;
   steps.Try([&] { item = &window.lvListView.Add(name, name, imageIndex, imageIndex); });
-  if (item) FillSubItems(globals, name, *item, steps);
+  if (item) FillSubItems(globals, versions, name, *item, steps);
   return !steps.ErrorPending();
 }
 
@@ -111,10 +116,12 @@ void RebuildList(Globals& globals, MainWindow& window) {
   addItem.StandsFirst = true;
   int imageCounter = 1;
   const std::string holder = EnterDriversFolder(globals.platform, window.dataPath);
-  for (const FolderEntry& driver : DriversInCurrentFolder(globals.platform)) {
+  const std::vector<std::string> drivers = DriversInCurrentFolder(globals.platform);
+  const ToolVersions versions(globals, drivers);
+  for (const std::string& driver : drivers) {
     // The counter stays when anything failed, so the next driver inserts its images at the same
     // index and is seen with this one's where one of the two was missing.
-    if (AddDriver(globals, window, driver.name, imageCounter + 1)) ++imageCounter;
+    if (AddDriver(globals, window, versions, driver, imageCounter + 1)) ++imageCounter;
   }
   globals.platform.ChangeCurrentFolder(holder);
   ResetMenu(globals.platform, window);
@@ -123,9 +130,9 @@ void RebuildList(Globals& globals, MainWindow& window) {
 // The driver of that name in any letter case, an exact match first.
 std::optional<std::string> FindDriver(Platform& platform, std::string_view name) {
   std::optional<std::string> found;
-  for (const FolderEntry& driver : DriversInCurrentFolder(platform)) {
-    if (driver.name == name) return driver.name;
-    if (!found && EqualIgnoringCase(driver.name, name)) found = driver.name;
+  for (const std::string& driver : DriversInCurrentFolder(platform)) {
+    if (driver == name) return driver;
+    if (!found && EqualIgnoringCase(driver, name)) found = driver;
   }
   return found;
 }
@@ -136,7 +143,7 @@ void RefreshSelectedItem(Globals& globals, MainWindow& window) {
   const std::string holder = EnterDriversFolder(globals.platform, window.dataPath);
   if (const auto driver = FindDriver(globals.platform, selected->Text)) {
     TolerantSteps steps;
-    FillSubItems(globals, *driver, *selected, steps);
+    FillSubItems(globals, ToolVersions(globals, {*driver}), *driver, *selected, steps);
   }
   globals.platform.ChangeCurrentFolder(holder);
   window.lvListView.Touch();

@@ -3,6 +3,8 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "app/globals/globals.h"
 
@@ -12,10 +14,19 @@ namespace tarvo {
 inline constexpr std::array<std::string_view, 3> kToolSuffixes{"_DOWNLOAD", "_UPLOAD",
                                                                "_PROPERTIES"};
 
-// The version text that a driver's tool recorded in the settings store, "-" when it recorded none.
-// Only the tools write these. Error 5 when the driver's name makes a bad settings key ("~", or too
-// long).
-std::string ToolVersion(Globals& globals, std::string_view driver, std::string_view toolSuffix);
+// The version texts that the tools of drivers recorded in the settings store: as they were when the
+// object was made, when the settings file is read once for all of them. Only the tools write these.
+class ToolVersions {
+ public:
+  ToolVersions(Globals& globals, const std::vector<std::string>& drivers);
+
+  // The text of a driver's tool, "-" when it recorded none. Error 5 when the driver's name makes a
+  // bad settings key ("~", or too long).
+  std::string Of(std::string_view driver, std::string_view toolSuffix) const;
+
+ private:
+  std::unordered_map<std::string, std::string> versions_;  // by settings key
+};
 
 // Forgets what the system keeps of a removed driver beside the settings store: its section of the
 // tools' program settings, then the settings under its own name. The first failure is raised and

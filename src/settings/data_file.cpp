@@ -1,6 +1,5 @@
 #include "settings/data_file.h"
 
-#include <map>
 #include <set>
 
 #include "base/runtime_error.h"
@@ -75,20 +74,38 @@ std::optional<std::string> DataFile::ReadValue(std::string_view key) {
   std::optional<std::string> result;
   WithOpenFile([&] {
     // One pass finds every chunk; of entries with the same key, the first counts.
-    std::map<std::uint64_t, std::pair<EntryNumber, std::string>> chunks;
+    Chunks chunks;
     for (EntryScan scan(*file_); scan.Next();) {
       const std::uint64_t chunk = matcher.ChunkIn(FirstField(scan.Text()));
       if (chunk != 0) chunks.try_emplace(chunk, scan.Number(), scan.Text());
     }
-    std::string value;
-    std::uint64_t next = 1;
-    for (auto chunk = chunks.find(next); chunk != chunks.end(); chunk = chunks.find(++next)) {
-      const auto& [number, text] = chunk->second;
-      value += EntryIn(SettledText(number, text)).value;
-    }
-    if (next > 1) result = std::move(value);
+    result = Joined(chunks);
   });
   return result;
+}
+
+std::vector<std::optional<std::string>> DataFile::ReadValues(const std::vector<std::string>& keys) {
+  const KeyIndex index(lowerCase_, keys);
+  std::vector<std::optional<std::string>> results(keys.size());
+  WithOpenFile([&] {
+    std::vector<Chunks> found(keys.size());
+    for (EntryScan scan(*file_); scan.Next();) {
+      const auto [position, chunk] = index.ChunkIn(FirstField(scan.Text()));
+      if (chunk != 0) found[position].try_emplace(chunk, scan.Number(), scan.Text());
+    }
+    for (std::size_t i = 0; i < keys.size(); ++i) results[i] = Joined(found[index.PositionOf(i)]);
+  });
+  return results;
+}
+
+std::optional<std::string> DataFile::Joined(const Chunks& chunks) {
+  std::string value;
+  std::uint64_t next = 1;
+  for (auto chunk = chunks.find(next); chunk != chunks.end(); chunk = chunks.find(++next)) {
+    const auto& [number, text] = chunk->second;
+    value += EntryIn(SettledText(number, text)).value;
+  }
+  return next > 1 ? std::optional(std::move(value)) : std::nullopt;
 }
 
 bool DataFile::WriteEntry(EntryNumber number, const SettingsEntry& entry) {

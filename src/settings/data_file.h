@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/platform.h"
@@ -48,6 +51,9 @@ class DataFile {
   // The value under a key with all its continuations, or nothing when the key itself is missing.
   std::optional<std::string> ReadValue(std::string_view key);
 
+  // What ReadValue gives for each of the keys, from one reading of the file.
+  std::vector<std::optional<std::string>> ReadValues(const std::vector<std::string>& keys);
+
   // Writes an entry in the place of another, or for 0 in the first empty record, else at the end;
   // holds the lock meanwhile. Where another program has put an entry of its own into that record
   // since, the key is looked for again, and a record chosen for it. True when the entry then reads
@@ -68,8 +74,12 @@ class DataFile {
   std::vector<std::string> EnumEntries();
 
  private:
+  // The records found so far that hold a key's value, by the number of the chunk.
+  using Chunks = std::map<std::uint64_t, std::pair<EntryNumber, std::string>>;
+
   template <class Work>
   bool WithOpenFile(Work work);
+  std::optional<std::string> Joined(const Chunks& chunks);
   EntryNumber Find(const KeyMatcher& key);
   std::string SettledText(EntryNumber number, std::string text);
   EntryNumber FirstFreeEntry();

@@ -58,4 +58,28 @@ std::uint64_t KeyMatcher::ChunkIn(std::string_view field) const {
   return isNumber && IsPadding(rest.substr(digits)) ? number : 0;
 }
 
+KeyIndex::KeyIndex(const LowerCaseTable& lowerCase, const std::vector<std::string>& keys)
+    : lowerCase_(lowerCase) {
+  matchers_.reserve(keys.size());
+  firsts_.reserve(keys.size());
+  for (const std::string& key : keys) {
+    const std::size_t position = matchers_.size();
+    matchers_.emplace_back(lowerCase_, key);
+    firsts_.push_back(positions_.try_emplace(matchers_.back().Key(), position).first->second);
+  }
+}
+
+KeyIndex::Hit KeyIndex::ChunkIn(std::string_view field) const {
+  constexpr std::string_view kEndsOfKey{"\0~", 2};
+  static_assert(kEndsOfKey[1] == kContinuationSign);
+  const std::string_view stored = field.substr(0, field.find_first_of(kEndsOfKey));
+  std::u32string key(stored.size(), U'\0');
+  for (std::size_t i = 0; i < stored.size(); ++i) {
+    key[i] = lowerCase_[static_cast<unsigned char>(stored[i])];
+  }
+  const auto found = positions_.find(key);
+  if (found == positions_.end()) return {0, 0};
+  return {found->second, matchers_[found->second].ChunkIn(field)};
+}
+
 }  // namespace tarvo

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "platform/platform.h"
 
@@ -27,11 +30,39 @@ class KeyMatcher {
   // when n is 2 or more, 0 for any other field.
   std::uint64_t ChunkIn(std::string_view field) const;
 
+  // The key in lower case.
+  const std::u32string& Key() const { return key_; }
+
  private:
   bool StartsWithKey(std::string_view field) const;
 
   const LowerCaseTable& lowerCase_;
   std::u32string key_;  // in lower case
+};
+
+// Compares key fields with many keys at once.
+class KeyIndex {
+ public:
+  // Where the key of a field stands among the keys, and which chunk of its value the field
+  // announces, as KeyMatcher::ChunkIn; chunk 0 for a field of none of them.
+  struct Hit {
+    std::size_t position;
+    std::uint64_t chunk;
+  };
+
+  // The table must outlive the index.
+  KeyIndex(const LowerCaseTable& lowerCase, const std::vector<std::string>& keys);
+
+  Hit ChunkIn(std::string_view field) const;
+
+  // The first position of the key at `position`, letter case ignored: the one that hits give.
+  std::size_t PositionOf(std::size_t position) const { return firsts_[position]; }
+
+ private:
+  const LowerCaseTable& lowerCase_;
+  std::vector<KeyMatcher> matchers_;
+  std::vector<std::size_t> firsts_;
+  std::unordered_map<std::u32string, std::size_t> positions_;
 };
 
 }  // namespace tarvo

@@ -1,5 +1,8 @@
 #include "settings/registry_replacement.h"
 
+#include <optional>
+#include <utility>
+
 #include "base/paths.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -46,6 +49,17 @@ std::string RegistryReplacement::GetSetting(std::string_view keyName,
   return dataFile_->ReadValue(keyName).value_or(std::string(defaultValue));
 }
 
+std::vector<std::string> RegistryReplacement::GetSettings(const std::vector<std::string>& keyNames,
+                                                          std::string_view defaultValue) {
+  for (const std::string& key : keyNames) CheckKey(key);
+  std::vector<std::string> values;
+  values.reserve(keyNames.size());
+  for (std::optional<std::string>& value : dataFile_->ReadValues(keyNames)) {
+    values.push_back(std::move(value).value_or(std::string(defaultValue)));
+  }
+  return values;
+}
+
 void RegistryReplacement::SaveSetting(std::string_view key, std::string_view value) {
   CheckKey(key);
   std::size_t chunk = 0;
@@ -72,11 +86,13 @@ std::string RegistryReplacement::DataFolder() {
   return WithSeparator(MadeFolder(platform_, documents + companyName_));
 }
 
-void RegistryReplacement::CheckKey(std::string_view key) const {
+bool RegistryReplacement::IsKey(std::string_view key) const {
   const std::string stored = platform_.EncodeCodePage(key);
-  if (stored.size() > kLongestKey || stored.find(kContinuationSign) != std::string::npos) {
-    throw RuntimeError(kInvalidProcedureCall);
-  }
+  return stored.size() <= kLongestKey && stored.find(kContinuationSign) == std::string::npos;
+}
+
+void RegistryReplacement::CheckKey(std::string_view key) const {
+  if (!IsKey(key)) throw RuntimeError(kInvalidProcedureCall);
 }
 
 // Cuts a value into the texts that fill one field each, the last one excepted; one empty text for

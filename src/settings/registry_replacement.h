@@ -49,6 +49,14 @@ class RegistryReplacement {
   // The stored value, also when it is "", or the default when there is none.
   std::string GetSetting(std::string_view keyName, std::string_view defaultValue);
 
+  // What GetSetting gives for each of the keys, from one reading of the file. Error 5 when it
+  // raises that for one of them.
+  std::vector<std::string> GetSettings(const std::vector<std::string>& keyNames,
+                                       std::string_view defaultValue);
+
+  // Whether GetSetting and SaveSetting take the key.
+  bool IsKey(std::string_view key) const;
+
   // Stores a value of any length, and blanks what a longer one before it has left. What cannot be
   // written and read back after eleven attempts is given up silently; that includes a NUL and a
   // character that the code page lacks, which have then been stored eleven times, cut at the NUL or

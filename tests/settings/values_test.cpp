@@ -65,6 +65,31 @@ TEST_F(Values, AreJoinedFromChunksThatLieAnywhere) {
   EXPECT_EQ(store.GetSetting("K", ""), "onetwothree");
 }
 
+TEST_F(Values, OfManyKeysAreThoseThatEachKeyHas) {
+  WriteBytes(EmptyRecordBytes() + RecordBytes("K~3", "three") + RecordBytes("K~2", "two") +
+             RecordBytes("a key", "first") + RecordBytes("L", "") + RecordBytes("K", "one") +
+             RecordBytes("A KEY", "second") + RecordBytes("K~02", "no chunk") +
+             RecordBytes("K~2~3", "no chunk") + RecordBytes("Ke", "longer") +
+             RecordBytes(std::string("M\0~2", 4), "no key") + RecordBytes("N~2", "no beginning"));
+  const std::vector<std::string> keys{"K",     "A Key", "missing", "l", "k",
+                                      "a key", "Ke",    "M",       "N", "Ω"};
+  std::vector<std::string> each;
+  for (const std::string& key : keys) each.push_back(store.GetSetting(key, "default"));
+  EXPECT_EQ(store.GetSettings(keys, "default"), each);
+  EXPECT_THAT(each, ::testing::ElementsAre("onetwothree", "first", "default", "", "onetwothree",
+                                           "first", "longer", "default", "default", "default"));
+}
+
+TEST_F(Values, OfManyKeysAreRefusedWithABadOneAmongThem) {
+  EXPECT_THROW(store.GetSettings({"K", "K~2"}, ""), RuntimeError);
+  EXPECT_THAT(store.GetSettings({}, ""), ::testing::IsEmpty());
+}
+
+TEST_F(Values, OfManyKeysAreTheDefaultWithoutAFile) {
+  store.SetRegistryDataFile("");
+  EXPECT_THAT(store.GetSettings({"K", "L"}, "-"), ::testing::ElementsAre("-", "-"));
+}
+
 TEST_F(Values, EndAtTheFirstMissingChunk) {
   WriteBytes(EmptyRecordBytes() + RecordBytes("K", "one") + RecordBytes("K~3", "three"));
   EXPECT_EQ(store.GetSetting("K", ""), "one");
