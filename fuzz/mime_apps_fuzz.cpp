@@ -2,6 +2,7 @@
 // of choices, an application's identifier in a line, and the file.
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,9 @@ void CheckEdit(std::string_view text, std::string_view id, DefaultLine use) {
 
   Require(HasDefault(after) == (HasDefault(before) || use == DefaultLine::kAlways),
           "a line is there when there was one or it may be added");
+  const std::optional<std::string_view> value = KeyFileValue(after, kDefaults, kType);
+  Require(value.has_value() == HasDefault(after), "a reader finds the line");
+  Require(!value || KeyFileList(*value) == wanted, "a reader finds the application");
   for (const KeyFileLine& line : after) {
     if (IsEntryOf(line, kDefaults)) {
       Require(KeyFileList(line.value) == wanted,
