@@ -18,22 +18,21 @@ bool StandsBefore(const std::unique_ptr<ListItem>& a, const std::unique_ptr<List
 
 void ImageList::Add(int index, std::string_view key, PicturePointer picture) {
   if (index < 1 || index > Count() + 1) throw RuntimeError(kIndexOutOfBounds);
-  const bool taken =
-      !key.empty() && std::any_of(images_.begin(), images_.end(),
-                                  [&](const Image& i) { return EqualIgnoringCase(i.key, key); });
-  if (taken) throw RuntimeError(kKeyNotUnique);
-  images_.insert(images_.begin() + index - 1, Image{std::string(key), std::move(picture)});
+  if (!key.empty() && !keys_.insert(LowerCase(key)).second) throw RuntimeError(kKeyNotUnique);
+  pictures_.insert(pictures_.begin() + index - 1, std::move(picture));
+}
+
+void ImageList::Clear() {
+  pictures_.clear();
+  keys_.clear();
 }
 
 PicturePointer ImageList::At(int index) const {
-  return index < 1 || index > Count() ? nullptr
-                                      : images_[static_cast<std::size_t>(index) - 1].picture;
+  return index < 1 || index > Count() ? nullptr : pictures_[static_cast<std::size_t>(index) - 1];
 }
 
 ListItem& ListView::Add(std::string_view key, std::string_view text, int icon, int smallIcon) {
-  for (const auto& item : items_) {
-    if (EqualIgnoringCase(item->Key, key)) throw RuntimeError(kKeyNotUnique);
-  }
+  if (!keys_.insert(LowerCase(key)).second) throw RuntimeError(kKeyNotUnique);
   auto item = std::make_unique<ListItem>();
   item->Key = key;
   item->Text = text;
@@ -48,6 +47,7 @@ ListItem& ListView::Add(std::string_view key, std::string_view text, int icon, i
 void ListView::Clear() {
   selected_ = nullptr;
   items_.clear();
+  keys_.clear();
   ++generation_;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "forms/control.h"
@@ -20,18 +21,15 @@ class ImageList : public Control {
   // Puts a picture at `index`, moving those from there on up by one. Error 35600 unless the index
   // is 1 to Count() + 1, error 35602 when the key is taken; then nothing is changed.
   void Add(int index, std::string_view key, PicturePointer picture);
-  void Clear() { images_.clear(); }
-  int Count() const { return static_cast<int>(images_.size()); }
+  void Clear();
+  int Count() const { return static_cast<int>(pictures_.size()); }
 
   // The picture at an index; none when the index is out of range, which draws as nothing.
   PicturePointer At(int index) const;
 
  private:
-  struct Image {
-    std::string key;
-    PicturePointer picture;
-  };
-  std::vector<Image> images_;
+  std::vector<PicturePointer> pictures_;
+  std::unordered_set<std::string> keys_;  // in lower case
 };
 
 enum ViewMode : int { kLargeIcons = 0, kSmallIcons = 1, kList = 2, kDetails = 3 };
@@ -44,7 +42,7 @@ struct ColumnHeader {
 struct ListItem {
   static constexpr int kSubItems = 6;
 
-  std::string Key;
+  std::string Key;  // stays as it was added
   std::string Text;
   int Icon = 0;                                 // index in the large image list; 0 for none
   int SmallIcon = 0;                            // index in the small image list; 0 for none
@@ -106,6 +104,7 @@ class ListView : public Control {
 
  private:
   std::vector<std::unique_ptr<ListItem>> items_;
+  std::unordered_set<std::string> keys_;  // in lower case
   ListItem* selected_ = nullptr;
   bool sorted_ = false;
   int view_ = kLargeIcons;
