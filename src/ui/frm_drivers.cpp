@@ -98,7 +98,11 @@ void frmDrivers::SetColumnTexts() {
 void frmDrivers::EnterDataFolder() {
   dataPath = GetDataDirectory(globals_);
   globals_.library.ChangeToFolder(dataPath);
-  globals_.SaveSetting(keys::kDirectoryWritten, dataPath);
+  // A folder that was chosen and could not be read a moment ago stays the chosen one.
+  const std::string stored = globals_.Setting(keys::kDirectoryRead);
+  if (stored.empty() || stored == dataPath) {
+    globals_.SaveSetting(keys::kDirectoryWritten, dataPath);
+  }
 }
 
 void frmDrivers::RestorePlace() {

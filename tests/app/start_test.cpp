@@ -123,5 +123,39 @@ TEST_F(TheStart, LeavesTheSplashToItselfWhenTheWindowIsClosedWhileItLoads) {
   EXPECT_EQ(left, 1U);
 }
 
+// The settings file cannot be opened three times in a row, from one opening on.
+class HesitantSettings : public RootedPlatform {
+ public:
+  HesitantSettings(std::string root, int first) : RootedPlatform(std::move(root)), first_(first) {}
+  std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
+    constexpr int kFailures = 3;
+    if (path.ends_with("localregistry.dat") && ++openings >= first_ &&
+        openings < first_ + kFailures) {
+      throw RuntimeError(kPermissionDenied);
+    }
+    return RootedPlatform::OpenFile(path, use);
+  }
+  int openings = 0;
+
+ private:
+  int first_;
+};
+
+TEST_F(TheStart, KeepsTheFolderThatWasChosenForTheDataThoughItCannotBeReadForAMoment) {
+  const std::string chosen = folder.MakeFolder("chosen");
+  Store("Tarvo_Settings_Directory", chosen);
+  bool hasFailed = true;
+  for (int first = 1; hasFailed; ++first) {
+    std::filesystem::current_path(folder / "start");
+    HesitantSettings hesitant(folder.Path(), first);
+    hesitant.specialFolders = platform.specialFolders;
+    RecordingFrontEnd user;
+    Tarvo program(hesitant, user, "");
+    program.Start();
+    EXPECT_EQ(Stored("Tarvo_Settings_Directory"), chosen) << "opening " << first;
+    hasFailed = hesitant.openings >= first;
+  }
+}
+
 }  // namespace
 }  // namespace tarvo::test
