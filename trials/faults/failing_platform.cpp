@@ -68,9 +68,7 @@ bool FailingPlatform::CanHit(Nature nature) const {
 bool FailingPlatform::FailsNow(Nature nature, std::string_view operation, std::string_view path) {
   if (!isArmed_ || !CanHit(nature)) return false;
   ++operations_;
-  if (operations_ < fault_.number || (operations_ > fault_.number && !fault_.isEverAfter)) {
-    return false;
-  }
+  if (operations_ < fault_.number || operations_ - fault_.number >= fault_.length) return false;
   if (failedOperation_.empty()) failedOperation_.append(operation).append(" ").append(path);
   failedNames_.emplace(operation);
   return true;

@@ -21,11 +21,15 @@ inline constexpr FaultKind kFaultKinds[] = {FaultKind::kNoSpace, FaultKind::kIoE
                                             FaultKind::kRefused, FaultKind::kShortWrite};
 
 struct Fault {
+  static constexpr int kEverAfter = 1'000'000;
+
   FaultKind kind = FaultKind::kIoError;
-  int number = 0;            // of the operation, among those that the kind can hit, from 1
-  bool isEverAfter = false;  // all later ones fail, too
-  std::size_t sixteenths =
-      8;  // of the bytes, that a short write still writes; at least one byte less
+  int number = 1;  // of the operation, among those that the kind can hit, from 1
+  int length = 1;  // how many of these fail in a row
+  // How many sixteenths of the bytes a short write still writes; always one byte less at least.
+  std::size_t sixteenths = 8;
+
+  bool IsEverAfter() const { return length == kEverAfter; }
 };
 
 // Makes operations on another platform fail, those on its files and watches included. What a call

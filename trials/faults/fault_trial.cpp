@@ -12,8 +12,8 @@ std::string TextOf(const Fault& fault) {
   if (fault.kind == FaultKind::kShortWrite) {
     text += " of " + std::to_string(fault.sixteenths) + "/16";
   }
-  return text + (fault.isEverAfter ? " ever after from operation " : " once at operation ") +
-         std::to_string(fault.number);
+  text += fault.IsEverAfter() ? " ever after" : " " + std::to_string(fault.length) + " in a row";
+  return text + " from operation " + std::to_string(fault.number);
 }
 
 // How much of its bytes a short write still writes.
@@ -47,7 +47,7 @@ FaultTrial::Outcome FaultTrial::TryFault(const FileTree& start, const Fault& fau
   failing.Heal();
   if (failing.FailedOperation().empty()) return Outcome::kNotReached;
   SCOPED_TRACE(failing.FailedOperation());
-  hasLostFolder = fault.isEverAfter && failing.HasFailed("ChangeCurrentFolder");
+  hasLostFolder = fault.length > 1 && failing.HasFailed("ChangeCurrentFolder");
   CheckAfterFault(Everything(), failing, fault);
   system.BeginRun();
   system.PassSeconds(60);  // a lock that was left behind is stale by then
@@ -65,8 +65,8 @@ void FaultTrial::TryEveryFault(std::string_view figure, const FileTree& start, i
   Count count;
   for (const FaultKind kind : kFaultKinds) {
     for (const std::size_t part : PartsOf(kind)) {
-      for (const bool isEverAfter : {false, true}) {
-        Fault fault{kind, 1, isEverAfter, part};
+      for (const int length : {1, 3, Fault::kEverAfter}) {
+        Fault fault{kind, 1, length, part};
         while (fault.number < kMostOperations && count.damaged < kEnoughDamage) {
           if (!TryCounted(start, fault, count)) break;
           fault.number += Rounds(stride, 1);
@@ -77,8 +77,8 @@ void FaultTrial::TryEveryFault(std::string_view figure, const FileTree& start, i
   }
   EXPECT_LT(count.operations, kMostOperations) << "the work has no end";
   TellFigure(figure, Counted(count.faults) + " faults at up to " + Counted(count.operations) +
-                         " operations: " + Counted(count.errors) +
-                         " ended by the stated error, the others in silence, " +
+                         " operations, " + Counted(count.errors) +
+                         " of them raised the error that ends the program, " +
                          Counted(count.damaged) + " with damage");
 }
 

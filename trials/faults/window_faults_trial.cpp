@@ -15,6 +15,7 @@ class WindowFaults : public FaultTrial {
  protected:
   WindowFaults() {
     fs::rename(folder / kDataFolder, folder / kChosenFolder);
+    folder.MakeFolder(InData("Drivers"));
     MakeDictionary(folder, PoText({{"Name", "Name"}, {"Add Driver", "Treiber anfügen"}}), {},
                    "start/TARVO.DIC");
     RegistryReplacement store(system);
