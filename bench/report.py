@@ -19,18 +19,18 @@ class Growth:
     unit: str
     times: dict[int, float]  # microseconds of processor time for a unit, by their number
 
-    # A unit may take this much longer than it did when there were fewer. Twice: what every run takes
-    # whatever its size lets a unit take less at first, never more, and caches of a processor that no
-    # longer hold everything cost less than that.
-    MOST = 2.0
+    # A unit may take this much longer than with a tenth as many of them. As much as sorting needs, and
+    # caches of a processor that no longer hold everything; work with the square of the number takes
+    # ten times as long in the end.
+    MOST = 2.5
 
-    def factor(self):
-        """How much longer a unit takes at most than with fewer of them."""
+    def steepest(self):
+        """How much longer a unit takes than with a tenth as many, where that is most."""
         times = [self.times[size] for size in sorted(self.times)]
-        return max(later / min(times[:place + 1]) for place, later in enumerate(times))
+        return max(later / earlier for earlier, later in zip(times, times[1:]))
 
     def grows_faster(self):
-        return self.factor() > self.MOST
+        return self.steepest() > self.MOST
 
 
 @dataclasses.dataclass
@@ -107,7 +107,7 @@ def _growth_table(rows):
              "|---|---|" + "---:|" * len(sizes) + "---|"]
     for row in rows:
         times = (f"{row.times[size]:.3g}" if size in row.times else "" for size in sizes)
-        grows = f"**faster, {row.factor():.3g} times**" if row.grows_faster() else "as the work"
+        grows = f"**faster: {row.steepest():.1f}**" if row.grows_faster() else "as the work"
         lines.append(_row(row.work, row.unit, *times, grows))
     return "\n".join(lines) + "\n"
 

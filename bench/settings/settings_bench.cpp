@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kFewest = 10;
 constexpr int kMost = 10'000;
+constexpr int kUnchanged = 100;  // settings that are read again although nothing was written there
 
 std::string Key(int number) { return "tarvo.versions_Driver " + std::to_string(number); }
 std::string Value(int number) { return "Version 2.1." + std::to_string(number); }
@@ -91,7 +93,7 @@ void ReadAllInTurn(benchmark::State& state, Get get) {
 }
 
 // Writes a new value of one key after the other; in the end each key that was written must have its
-// last one, and no other key may have changed.
+// last one, and a hundred of the others must not have changed.
 template <class Save, class Get>
 void WriteAllInTurn(benchmark::State& state, Save save, Get get) {
   const int count = static_cast<int>(state.range());
@@ -100,7 +102,7 @@ void WriteAllInTurn(benchmark::State& state, Save save, Get get) {
     save(Key(writings % count), NewValue(writings));
     ++writings;
   }
-  for (int i = 0; i < count; ++i) {
+  for (int i = 0; i < std::min(count, writings + kUnchanged); ++i) {
     const int last = (writings - 1 - i) / count * count + i;
     if (get(Key(i)) != (i < writings ? NewValue(last) : Value(i))) {
       state.SkipWithError("a value was not written");
