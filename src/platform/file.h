@@ -22,6 +22,15 @@ class File {
   // Writes all the bytes at `offset`; the file grows as needed, a gap reads as zeros. When it
   // throws, a part may have been written.
   virtual void WriteAt(std::uint64_t offset, std::string_view bytes) = 0;
+
+  // Writes all the bytes at the end of the file, and gives the offset at which they begin. Where
+  // the system can, finding the end and writing there are one step, so that two programs that
+  // append at the same time get places of their own. When it throws, a part may have been written.
+  virtual std::uint64_t Append(std::string_view bytes) {
+    const std::uint64_t end = Size();
+    WriteAt(end, bytes);
+    return end;
+  }
 };
 
 enum class OpenFor {

@@ -28,6 +28,11 @@ std::string_view WithoutContinuation(std::string_view storedKey) {
   return storedKey.substr(0, storedKey.find(kContinuationSign));
 }
 
+// Whether a record may take the key: it is behind the last entry, empty, or holds that key.
+bool IsOpenTo(const KeyMatcher& key, const Place& place) {
+  return place.isBehindLast || CutAtNul(place.text).empty() || key.Matches(FirstField(place.text));
+}
+
 }  // namespace
 
 DataFile::DataFile(Platform& platform)
@@ -113,14 +118,18 @@ bool DataFile::WriteEntry(EntryNumber number, const SettingsEntry& entry) {
   const std::string text = RecordText(entry);
   if (text.size() != kTextSize) return false;
   const KeyMatcher key(lowerCase_, entry.key);
-  EntryNumber chosen = number;
+  Place place{number, {}, false};
   bool isWritten = false;
   Succeeds([&] {
-    chosen = TakeEntry(number, key);
-    const RecordNumber record = RecordOfEntry(chosen);
-    const bool isWhole = Succeeds([&] { WriteRecord(*file_, record, text); });
+    place = TakePlace(number, key);
+    const bool isWhole = Succeeds([&] { Put(place, text); });
+    const RecordNumber record = RecordOfEntry(place.number);
     // A part of a new entry would be found in place of what the next attempt writes.
-    if (!isWhole && number == 0) Succeeds([&] { ClearRecord(*file_, record); });
+    if (!isWhole && number == 0) {
+      Succeeds([&] {
+        if (IsOpenTo(key, LookAt(place.number))) ClearRecord(*file_, record);
+      });
+    }
     // Reading back tells whether it was written. After an attempt that is given up only because
     // this fails, a new entry would be written once more elsewhere.
     const auto readBack = [&] { isWritten = EntryIn(ReadRecord(*file_, record)) == entry; };
@@ -128,7 +137,9 @@ bool DataFile::WriteEntry(EntryNumber number, const SettingsEntry& entry) {
   });
   Succeeds([&] { lock_.ReleaseLock(*file_); });
   // A chosen record may have been another program's choice as well, and that one the last to write.
-  if (chosen != number) Succeeds([&] { isWritten = isWritten && IsOpenTo(chosen, key); });
+  if (place.number != number) {
+    Succeeds([&] { isWritten = isWritten && IsOpenTo(key, LookAt(place.number)); });
+  }
   CloseDataFile();
   return isWritten;
 }
@@ -198,22 +209,32 @@ EntryNumber DataFile::FirstFreeEntry() {
 
 // Takes the lock and chooses the record of an entry. Both are looked at once more right before the
 // record is written: the lock may have been taken twice, and programs that delete do not take it.
-EntryNumber DataFile::TakeEntry(EntryNumber number, const KeyMatcher& key) {
+Place DataFile::TakePlace(EntryNumber number, const KeyMatcher& key) {
   for (int looks = 1;; ++looks) {
     lock_.TakeLock(*file_);
     const EntryNumber chosen = number != 0 ? number : FirstFreeEntry();
     const bool isHeld = lock_.IsHeld(*file_);
-    const bool isOpen = IsOpenTo(chosen, key);
-    if ((isHeld && isOpen) || looks == kMostLooks) return chosen;
+    Place place = LookAt(chosen);
+    const bool isOpen = IsOpenTo(key, place);
+    if ((isHeld && isOpen) || looks == kMostLooks) return place;
     if (!isOpen) number = Find(key);
   }
 }
 
-// Whether the record may take the key: it is behind the last entry, empty, or holds that key.
-bool DataFile::IsOpenTo(EntryNumber number, const KeyMatcher& key) {
-  if (number > EntryCount(*file_)) return true;
-  const std::string text = ReadRecord(*file_, RecordOfEntry(number));
-  return CutAtNul(text).empty() || key.Matches(FirstField(text));
+// Writes a record; a new one at the end gets a place of its own, even when another program adds
+// one.
+void DataFile::Put(Place& place, std::string_view text) {
+  const RecordNumber record = RecordOfEntry(place.number);
+  if (place.isBehindLast && file_->Size() == OffsetOfRecord(record)) {
+    place.number = AppendRecord(*file_, text) - RecordOfEntry(0);
+  } else {
+    ReplaceRecord(*file_, record, place.text, text);
+  }
+}
+
+Place DataFile::LookAt(EntryNumber number) {
+  const bool isBehind = number > EntryCount(*file_);
+  return {number, ReadRecord(*file_, RecordOfEntry(number)), isBehind};
 }
 
 // Clears the entry at hand if it is meant. It is looked at once more right before, since a scan

@@ -25,6 +25,13 @@ struct SettingsEntry {
   bool operator==(const SettingsEntry&) const = default;
 };
 
+// Where an entry is to be written, with what is there at this moment.
+struct Place {
+  EntryNumber number;
+  std::string text;   // of the record
+  bool isBehindLast;  // it is no entry of the file yet
+};
+
 // The settings file as a list of entries. Here, and only here, text is put into the code page and
 // taken out of it.
 //
@@ -83,8 +90,9 @@ class DataFile {
   EntryNumber Find(const KeyMatcher& key);
   std::string SettledText(EntryNumber number, std::string text);
   EntryNumber FirstFreeEntry();
-  EntryNumber TakeEntry(EntryNumber number, const KeyMatcher& key);
-  bool IsOpenTo(EntryNumber number, const KeyMatcher& key);
+  Place TakePlace(EntryNumber number, const KeyMatcher& key);
+  Place LookAt(EntryNumber number);
+  void Put(Place& place, std::string_view text);
   template <class Condition>
   bool ClearEntryIf(const EntryScan& scan, Condition isMeant);
   std::string RecordText(const SettingsEntry& entry) const;

@@ -10,6 +10,21 @@ namespace {
 // A piece of 64 KB is large enough to make the calls cheap and stays in the processor's cache.
 constexpr EntryNumber kEntriesInPiece = 31;
 
+constexpr std::size_t kPageSize = 4096;  // the smallest in use; larger ones are multiples of it
+
+// How much of a record's text lies on the page on which the record begins.
+std::size_t TextOnFirstPage(RecordNumber record) {
+  const std::size_t onFirst = kPageSize - OffsetOfRecord(record) % kPageSize;
+  return std::min(onFirst - std::min(onFirst, kLengthSize), kTextSize);
+}
+
+// Whether a record's text means the same whatever it holds from `place` on.
+bool EndsBefore(std::string_view text, std::size_t place) {
+  const auto hasNul = [](std::string_view part) { return part.find('\0') != part.npos; };
+  const bool isFree = place > 0 && text[0] == '\0';
+  return isFree || (place > kFieldSize && hasNul(text.substr(kFieldSize, place - kFieldSize)));
+}
+
 }  // namespace
 
 std::string PadWithNuls(std::string text, std::size_t length) {
@@ -23,6 +38,19 @@ std::string ReadRecord(File& file, RecordNumber record) {
 
 void WriteRecord(File& file, RecordNumber record, std::string_view text) {
   file.WriteAt(OffsetOfRecord(record), std::string(kLengthBytes).append(text));
+}
+
+RecordNumber AppendRecord(File& file, std::string_view text) {
+  const std::uint64_t offset = file.Append(std::string(kLengthBytes).append(text));
+  return static_cast<RecordNumber>(offset / kRecordSize) + 1;
+}
+
+void ReplaceRecord(File& file, RecordNumber record, std::string_view old, std::string_view text) {
+  const std::size_t cut = TextOnFirstPage(record);
+  if (old.substr(cut) != text.substr(cut) && EndsBefore(old, cut)) {
+    WriteRecord(file, record, std::string(old.substr(0, cut)).append(text.substr(cut)));
+  }
+  WriteRecord(file, record, text);
 }
 
 void ClearRecord(File& file, RecordNumber record) {

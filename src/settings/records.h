@@ -18,6 +18,18 @@ std::string ReadRecord(File& file, RecordNumber record);
 // Writes a whole record around a text of kTextSize bytes, in one call. Throws RuntimeError.
 void WriteRecord(File& file, RecordNumber record, std::string_view text);
 
+// Writes a record in the place of one with the text `old`. A process killed meanwhile leaves the
+// one or the other, if the old value is shorter than the part of the record that lies on the file's
+// first page, or the record is empty: the system ends the call of a killed process where a page
+// ends, and what lies behind is then written ahead, where it does not count yet. Throws
+// RuntimeError.
+void ReplaceRecord(File& file, RecordNumber record, std::string_view old, std::string_view text);
+
+// Adds a record at the end of a file of whole records; gives its number. Programs that add theirs
+// at the same time do not overwrite each other's where the system can append in one step. Throws
+// RuntimeError.
+RecordNumber AppendRecord(File& file, std::string_view text);
+
 // Makes a record an empty one. Throws RuntimeError.
 void ClearRecord(File& file, RecordNumber record);
 

@@ -81,6 +81,19 @@ TEST_P(PlatformContract, WritingBehindTheEndLeavesZerosBetween) {
   EXPECT_EQ(folder.ReadFile("file"), std::string("\0\0\0ab", 5));
 }
 
+TEST_P(PlatformContract, AppendingWritesAtTheEndWhereverThatIsAndTellsIt) {
+  folder.WriteFile("file", "0123");
+  const auto one = platform.OpenFile("file", OpenFor::kReadingAndWriting);
+  const auto two = platform.OpenFile("file", OpenFor::kReadingAndWriting);
+  EXPECT_EQ(one->Append("one"), 4u);
+  EXPECT_EQ(two->Append("two"), 7u);
+  EXPECT_EQ(two->Append(""), 10u);
+  two->WriteAt(0, "ab");
+  EXPECT_EQ(one->Append("!"), 10u);
+  EXPECT_EQ(folder.ReadFile("file"), "ab23onetwo!");
+  EXPECT_EQ(ErrorOf([&] { platform.OpenFile("file", OpenFor::kReading)->Append("x"); }), 54);
+}
+
 TEST_P(PlatformContract, AFileMayBeOpenManyTimesWithoutALock) {
   const auto one = platform.OpenFile("file", OpenFor::kReadingAndWriting);
   const auto two = platform.OpenFile("file", OpenFor::kReadingAndWriting);

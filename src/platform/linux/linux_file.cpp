@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -50,6 +51,21 @@ class LinuxFile final : public File {
       if (put == 0) throw ErrorFromErrno(ENOSPC, path_);
       done += static_cast<std::size_t>(put);
     }
+  }
+
+  std::uint64_t Append(std::string_view bytes) override {
+    if (bytes.empty()) return Size();
+    constexpr off_t kMovePosition = -1;
+    const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
+    ssize_t put = 0;
+    do {
+      put = ::pwritev2(descriptor_.Get(), &part, 1, kMovePosition, RWF_APPEND);
+    } while (put < 0 && errno == EINTR);
+    if (put < 0 && (errno == EOPNOTSUPP || errno == ENOSYS)) return File::Append(bytes);
+    const off_t end = put < 0 ? -1 : ::lseek(descriptor_.Get(), 0, SEEK_CUR);
+    if (end < 0) throw ErrorFromErrno(errno, path_);
+    WriteAt(static_cast<std::uint64_t>(end), bytes.substr(static_cast<std::size_t>(put)));
+    return static_cast<std::uint64_t>(end - put);
   }
 
  private:

@@ -3,6 +3,8 @@
 
 #include <csignal>
 #include <filesystem>
+#include <future>
+#include <stdexcept>
 
 #include "platform/child_process.h"
 #include "platform/contract.h"
@@ -49,6 +51,26 @@ TEST_P(PlatformContract, AFileIsClosedWithItsObject) {
   folder.MakeFolder("Data");
   EXPECT_EQ(ErrorOf([&] { platform.OpenFile("Data", OpenFor::kReading); }), 75);
   EXPECT_EQ(openFiles(), before) << "neither a closed nor a refused file stays open";
+}
+
+TEST_P(PlatformContract, ThoseWhoAppendAtTheSameTimeDoNotOverwriteEachOther) {
+  constexpr std::size_t kSize = 5000;  // more than a page
+  constexpr std::size_t kTimes = 1000;
+  folder.WriteFile("file");
+  const auto append = [&](char letter) {
+    const auto file = platform.OpenFile("file", OpenFor::kReadingAndWriting);
+    const std::string own(kSize, letter);
+    for (std::size_t i = 0; i < kTimes; ++i) {
+      const std::uint64_t offset = file->Append(own);
+      if (file->ReadAt(offset, kSize) != own)
+        throw std::logic_error("it is not where it should be");
+    }
+  };
+  auto one = std::async(std::launch::async, append, '1');
+  auto two = std::async(std::launch::async, append, '2');
+  EXPECT_NO_THROW(one.get());
+  EXPECT_NO_THROW(two.get());
+  EXPECT_EQ(folder.ReadFile("file").size(), 2 * kTimes * kSize);
 }
 
 TEST_P(PlatformContract, AWriteForWhichThereIsNoRoomSaysDiskFull) {

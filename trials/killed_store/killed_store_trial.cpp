@@ -1,0 +1,236 @@
+#include <algorithm>
+#include <map>
+#include <random>
+#include <set>
+
+#include "settings/store_fixture.h"
+#include "support/killed_process.h"
+#include "trial.h"
+
+namespace tarvo::test {
+namespace {
+
+constexpr std::size_t kField = 1024;
+constexpr int kBystanders = 40;
+const std::string kBystander = "Bystander ";  // and a number: a key that nobody touches
+const std::string kBystandersValue(kField, 'B');
+const std::string kShort = "Short";  // up to 780 characters
+const std::string kFull = "Full";    // one record, filled
+const std::string kLong = "Long";    // three records
+const std::string kNext = "Next";    // a short value of the next process
+
+// How many characters of one letter stand in the record of a stored key. A record with another
+// letter or number of them is put together from two.
+std::size_t SizeIn(const std::string& storedKey, char letter) {
+  if (storedKey == kShort || storedKey == kNext) {
+    return 30 * static_cast<std::size_t>(letter - 'a' + 1);
+  }
+  return storedKey == kLong + "~3" ? 500 : kField;
+}
+
+std::string ValueFor(const std::string& key, char letter) {
+  return std::string(key == kLong ? 2 * kField + 500 : SizeIn(key, letter), letter);
+}
+
+std::string CutAtNul(std::string_view field) {
+  return std::string(field.substr(0, field.find('\0')));
+}
+
+bool IsWhole(std::string_view field, const std::string& storedKey) {
+  const char letter = field[0];
+  return letter >= 'a' && letter <= 'z' &&
+         CutAtNul(field) == std::string(SizeIn(storedKey, letter), letter);
+}
+
+using Keys = std::vector<std::string>;
+
+class KilledStore : public StoreTest {
+ protected:
+  KilledStore() {
+    SetClock();
+    for (int i = 0; i < kBystanders; ++i) {
+      store.SaveSetting(kBystander + std::to_string(i), kBystandersValue);
+    }
+  }
+
+  // Sets the clock to the true time; it stands still.
+  void SetClock() {
+    platform.day = std::floor(SystemPlatform().Now());
+    platform.secondsOfDay = SystemPlatform().SecondsSinceMidnight();
+  }
+
+  void KillAtRandomMoments(std::string_view figure, int kills, const Keys& keys);
+
+  // Looks at what the killed process has left: free records, and whole ones of these keys, each
+  // once. What stands behind the NUL that ends a text, or makes a record free, does not count.
+  void Examine(const std::string& what) {
+    const std::string bytes = Bytes();
+    std::set<std::string> keys;
+    bool isWhole = true;
+    int untouched = 0;
+    for (std::size_t at = kRecord; at < bytes.size(); at += kRecord) {
+      const std::string record = bytes.substr(at, kRecord);
+      isWhole = isWhole && record.starts_with(std::string_view("\0\x08", 2));
+      const std::string key = FirstFieldOf(bytes, at / kRecord + 1);
+      if (key.empty()) continue;
+      const std::string value = bytes.substr(at + kRecord - kField, kField);
+      const bool isBystander = key.starts_with(kBystander);
+      untouched += isBystander && value == kBystandersValue;
+      isWhole = isWhole && keys.insert(key).second && (isBystander || IsWhole(value, key));
+    }
+    Require(isWhole, "torn", what);
+    Require(untouched == kBystanders, "other", what);
+    locked += !FirstFieldOf(bytes, 1).empty();
+  }
+
+  // Lets the next process save, read and delete, and looks whether it comes to its end within a
+  // minute by its clock, which moves at each reading.
+  void Continue(const std::string& what) {
+    platform.secondsPerReading = 0.25;
+    const double start = platform.Now();
+    RegistryReplacement next(platform);
+    next.SetRegistryDataFile(Path());
+    bool works = true;
+    for (const std::string& key : {kNext, kShort, kFull, kLong}) {
+      next.SaveSetting(key, ValueFor(key, 'n'));
+      works = works && next.GetSetting(key, "") == ValueFor(key, 'n');
+    }
+    const double seconds = (platform.Now() - start) * 86400;
+    platform.secondsPerReading = 0;
+    longestWait = std::max(longestWait, seconds);
+    next.DeleteKey(kNext);
+    works = works && next.GetSetting(kNext, "").empty() && seconds < 60 &&
+            Bytes().substr(0, kRecord) == EmptyRecordBytes();
+    Require(works, "next", what);
+  }
+
+  void Require(bool holds, const std::string& promise, const std::string& what) {
+    if (holds) return;
+    ++broken[promise];
+    if (promise != "torn" || !admitsTorn) ADD_FAILURE() << promise << ": " << what;
+  }
+
+  void Tell(std::string_view name, const std::string& kills) {
+    const auto wait = static_cast<long long>(std::ceil(longestWait));
+    TellFigure(name, kills + ": " + Counted(broken["torn"]) + " records torn, " +
+                         Counted(broken["other"]) + " times another key changed, " +
+                         Counted(broken["next"]) + " times the next process hindered; " +
+                         Counted(locked) + " locks left, waited for at most " + Counted(wait) +
+                         " s");
+  }
+
+  bool admitsTorn = false;
+  std::map<std::string, int> broken;  // how often a promise has not been kept
+  int locked = 0;
+  double longestWait = 0;
+};
+
+struct Operation {
+  const char* name;
+  std::function<void(RegistryReplacement&)> prepare;
+  std::function<void(RegistryReplacement&)> run;
+};
+
+// Saves over a value, or where there is none.
+Operation Saving(const char* name, const std::string& key, const std::string& before,
+                 const std::string& after) {
+  const auto prepare = [=](RegistryReplacement& store) {
+    store.DeleteKey(key);
+    if (!before.empty()) store.SaveSetting(key, before);
+  };
+  return {name, prepare, [=](RegistryReplacement& store) { store.SaveSetting(key, after); }};
+}
+
+Operation Deleting(const char* name, const std::string& key) {
+  return {name, [=](RegistryReplacement& store) { store.SaveSetting(key, ValueFor(key, 'h')); },
+          [=](RegistryReplacement& store) { store.DeleteKey(key); }};
+}
+
+const Operation kOperations[] = {
+    Saving("saving a new value", kShort, "", ValueFor(kShort, 'z')),
+    Saving("saving over a value", kShort, ValueFor(kShort, 'y'), ValueFor(kShort, 'b')),
+    Saving("saving a new long value", kLong, "", ValueFor(kLong, 'c')),
+    Saving("saving over a long value", kLong, ValueFor(kLong, 'c'), ValueFor(kLong, 'd')),
+    Saving("saving a shorter value over a long one", kLong, ValueFor(kLong, 'e'),
+           ValueFor(kFull, 'f')),
+    Deleting("deleting", kFull),
+    Deleting("deleting a long value", kLong),
+};
+
+// A process dies between two of its calls that change the disk: before each of them, which is after
+// the one before.
+TEST_F(KilledStore, BeforeEachCallThatWritesLeavesWholeRecordsAndTheNextProcessWorks) {
+  int kills = 0;
+  for (const Operation& operation : kOperations) {
+    int signal = SIGKILL;
+    for (int call = 1; signal != 0; ++call) {
+      ASSERT_LT(call, 1000);
+      operation.prepare(store);
+      signal = SignalThatEnds([&] {
+        int calls = 0;
+        const auto step = [&] {
+          if (++calls == call) ::raise(SIGKILL);
+        };
+        platform.beforeOpening = [&](auto) { step(); };
+        platform.beforeWriting = [&](auto, auto) { step(); };
+        operation.run(store);
+      });
+      kills += signal != 0;
+      const std::string what = std::string(operation.name) + ", call " + std::to_string(call);
+      Examine(what);
+      Continue(what);
+    }
+  }
+  Tell("killed_store.calls", Counted(kills) + " kills, one before every call that writes");
+}
+
+// Saves and deletes until it is killed.
+void WorkOn(const std::string& path, const Keys& keys, unsigned seed) {
+  std::mt19937 random(seed);
+  RegistryReplacement store(SystemPlatform());
+  store.SetRegistryDataFile(path);
+  for (;;) {
+    const std::string& key = keys[random() % keys.size()];
+    if (random() % 3 == 0) {
+      store.DeleteKey(key);
+    } else {
+      store.SaveSetting(key, ValueFor(key, static_cast<char>('a' + random() % 26)));
+    }
+  }
+}
+
+void KilledStore::KillAtRandomMoments(std::string_view figure, int kills, const Keys& keys) {
+  constexpr int kLongestMicroseconds = 1500;
+  std::mt19937 random(2050);
+  for (int kill = 0; kill < kills; ++kill) {
+    const auto time = std::chrono::microseconds(100 + random() % kLongestMicroseconds);
+    const unsigned seed = static_cast<unsigned>(random());
+    ASSERT_EQ(SignalThatEnds([&] {
+                HaveMyselfKilledAfter(time);
+                WorkOn(Path(), keys, seed);
+              }),
+              SIGKILL);
+    const std::string what = "kill " + std::to_string(kill);
+    Examine(what);
+    // The next process comes at once: its clock is the true one when it starts.
+    SetClock();
+    Continue(what);
+  }
+  Tell(figure, Counted(kills) + " kills at random moments");
+}
+
+TEST_F(KilledStore, AtRandomMomentsLeavesWholeRecordsAndTheNextProcessWorks) {
+  KillAtRandomMoments("killed_store.moments", Rounds(60, 1000), {kShort});
+}
+
+// Values that fill their records reach over the file's pages. The system ends the call of a killed
+// process where a page ends; of a value that is saved over another, both parts count.
+TEST_F(KilledStore, AtRandomMomentsLeavesAllOtherKeysAndAWorkingFileWhenValuesFillTheirRecords) {
+  admitsTorn = true;
+  const int kills = Rounds(60, 1000);
+  KillAtRandomMoments("killed_store.full_records", kills, {kFull, kLong});
+  EXPECT_LE(broken["torn"], 1 + kills / 50);
+}
+
+}  // namespace
+}  // namespace tarvo::test
