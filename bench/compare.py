@@ -94,10 +94,12 @@ def main(build, windows_build, page, words):
     report = Report()
     with tempfile.TemporaryDirectory(prefix="tarvo-bench-", dir=parent) as name:
         place = Place(build, windows_build, pathlib.Path(name))
-        for measure in groups.values():
-            measure(place, rounds, report)
-        for table in report.tables().values():
-            print(f"\n{table}", end="")
+        try:
+            for measure in groups.values():
+                measure(place, rounds, report)
+        finally:  # a failure does not lose what was measured before it
+            for table in report.tables().values():
+                print(f"\n{table}", end="")
         if are_all and rounds >= _FEWEST_ROUNDS:
             report.write_page(page, rounds, place.data)
             print(f"\nwritten to {page}")
