@@ -225,7 +225,8 @@ Place DataFile::TakePlace(EntryNumber number, const KeyMatcher& key) {
 // one.
 void DataFile::Put(Place& place, std::string_view text) {
   const RecordNumber record = RecordOfEntry(place.number);
-  if (place.isBehindLast && file_->Size() == OffsetOfRecord(record)) {
+  const std::uint64_t size = file_->Size();
+  if (place.isBehindLast && size >= OffsetOfRecord(record) && size % kRecordSize == 0) {
     place.number = AppendRecord(*file_, text) - RecordOfEntry(0);
   } else {
     ReplaceRecord(*file_, record, place.text, text);

@@ -103,6 +103,14 @@ TEST_F(SecondLook, SeesThatARecordHasBeenAddedAtTheEndAndGoesBehindIt) {
   EXPECT_EQ(Record(5), RecordBytes("New", "ours"));
 }
 
+TEST_F(SecondLook, IsNotNeededByAnEntryThatIsAddedAtTheEndRightBehindAnothers) {
+  BeforeReadingUnderLock(4, 1, [&] { Put(4, RecordBytes("Other", "theirs")); });
+  store.SaveSetting("New", "ours");
+  EXPECT_EQ(Record(4), RecordBytes("Other", "theirs"));
+  EXPECT_EQ(Record(5), RecordBytes("New", "ours"));
+  EXPECT_EQ(Records(), 5u);
+}
+
 TEST_F(SecondLook, SeesThatTheSameKeyHasBeenAddedMeanwhileAndMakesNoSecondRecord) {
   BeforeReadingUnderLock(1, kLookedAt, [&] { Put(4, RecordBytes("NEW", "theirs")); });
   store.SaveSetting("New", "ours");
