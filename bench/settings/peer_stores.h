@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace tarvo {
 
