@@ -1,5 +1,6 @@
 """The processor time of the program while it waits for a download tool."""
 
+import contextlib
 import os
 import shlex
 import signal
@@ -47,23 +48,23 @@ def _processor_time_of_wait(tarvo):
     wait_until(lambda: window.entry(FILE, "Download").is_enabled(), "the driver is selected")
     window.choose_entry(FILE, "Download")
     wait_until(lambda: tarvo.active_window() not in (0, main), "the tool's window is in front")
-    tool = _only_child(tarvo.process.pid)
+    tool, = _children(tarvo.process.pid)
     try:
         before = _processor_time(tarvo.process.pid)
         time.sleep(_SECONDS)
         used = _processor_time(tarvo.process.pid) - before
-        if not tarvo.is_running() or _only_child(tarvo.process.pid) != tool:
+        if not tarvo.is_running() or _children(tarvo.process.pid) != [tool]:
             raise RuntimeError("the program has not waited for the tool")
         return used
     finally:
         tarvo.stop()  # before the tool, or the program would go on with its download
-        os.kill(tool, signal.SIGKILL)
+        with contextlib.suppress(ProcessLookupError):
+            os.kill(tool, signal.SIGKILL)
 
 
-def _only_child(process):
+def _children(process):
     with open(f"/proc/{process}/task/{process}/children") as file:
-        child, = file.read().split()
-    return int(child)
+        return [int(child) for child in file.read().split()]
 
 
 def _processor_time(process):
