@@ -10,6 +10,7 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 
@@ -20,6 +21,7 @@ PROGRAMS = {"native": NATIVE, "Windows": WINDOWS}
 RECORD = 2050  # bytes: the text's length in two, two fields of 1024
 SKIPPED = 77
 DEADLINE = 60  # seconds
+KEYS = 6  # that each writer adds
 
 
 def record(first, second):
@@ -44,6 +46,7 @@ class TheSharedStore(unittest.TestCase):
         # One value of one variable tells both programs where the file is.
         self.environment = dict(os.environ, TARVO_COMMON_DOCUMENTS=folder.name)
         self.folder = folder.name
+        self.failures = []
         self.file = pathlib.Path(folder.name) / "Halvex Limited" / "localregistry.dat"
 
     def start(self, program, *words):
@@ -100,6 +103,33 @@ class TheSharedStore(unittest.TestCase):
             self.assertEqual(writer.returncode, 0, err)
             self.assertEqual(self.get(NATIVE, "key"), f"by {name}")
             self.assertEqual(self.file.read_bytes()[:RECORD], record(b"", b""), "the lock is free")
+
+    def test_keeps_what_both_add_and_change_at_the_same_time(self):
+        writers = [(f"{name} {number}", program)
+                   for number in range(2) for name, program in PROGRAMS.items()]
+        loops = [threading.Thread(target=self.write_all, args=writer) for writer in writers]
+        for loop in loops:
+            loop.start()
+        for loop in loops:
+            loop.join()
+        self.assertEqual(self.failures, [])
+        listed = self.run_to_end(NATIVE, "list")
+        for name, _ in writers:
+            for key in range(KEYS):
+                self.assertIn(f"{name} key {key}", listed)
+                self.assertEqual(self.get(NATIVE, f"{name} key {key}"), f"{name} changes {key}")
+        # Not a record more than keys, and the lock is free.
+        self.assertEqual(self.file.stat().st_size, RECORD * (1 + len(writers) * KEYS))
+        self.assertEqual(self.file.read_bytes()[:RECORD], record(b"", b""))
+
+    def write_all(self, name, program):
+        """Adds keys of its own and changes them, each by a process of its own."""
+        try:
+            for verb in ("adds", "changes"):
+                for key in range(KEYS):
+                    self.run_to_end(program, "set", f"{name} key {key}", f"{name} {verb} {key}")
+        except Exception as failure:  # the thread's end must not hide it
+            self.failures.append(f"{name}: {failure}")
 
     def wait_until_it_asks_for_the_lock_again_and_again(self, process):
         end = time.monotonic() + DEADLINE
