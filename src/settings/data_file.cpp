@@ -225,7 +225,9 @@ Place DataFile::TakePlace(EntryNumber number, const KeyMatcher& key) {
 // one.
 void DataFile::Put(Place& place, std::string_view text) {
   const RecordNumber record = RecordOfEntry(place.number);
-  const std::uint64_t size = file_->Size();
+  std::uint64_t size = file_->Size();
+  // Another program's record may be half there.
+  for (int looks = 0; looks < kMostLooks && size % kRecordSize != 0; ++looks) size = file_->Size();
   if (place.isBehindLast && size >= OffsetOfRecord(record) && size % kRecordSize == 0) {
     place.number = AppendRecord(*file_, text) - RecordOfEntry(0);
   } else {
