@@ -15,9 +15,9 @@ class MemoryFile final : public File {
 
   std::uint64_t Size() override { return content_->size(); }
 
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    if (offset >= content_->size()) return {};
-    return content_->substr(offset, count);
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+    if (offset >= content_->size()) return 0;
+    return content_->copy(room.data(), room.size(), offset);
   }
 
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {

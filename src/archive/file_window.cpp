@@ -4,24 +4,27 @@
 
 namespace tarvo {
 
-FileWindow::FileWindow(std::unique_ptr<File> file) : file_(std::move(file)), size_(file_->Size()) {}
+FileWindow::FileWindow(std::unique_ptr<File> file)
+    : file_(std::move(file)),
+      size_(file_->Size()),
+      buffer_(static_cast<std::size_t>(std::min<std::uint64_t>(size_, kBytes))) {}
 
 bool FileWindow::Holds(std::uint64_t offset, std::size_t count) const {
-  return offset >= start_ && offset - start_ <= buffer_.size() &&
-         buffer_.size() - (offset - start_) >= count;
+  return offset >= start_ && offset - start_ <= held_ && held_ - (offset - start_) >= count;
 }
 
 void FileWindow::Fill(std::uint64_t offset) {
   // A small file is read once and whole.
   start_ = size_ <= kBytes ? 0 : offset;
   const std::uint64_t rest = size_ - std::min(size_, start_);
-  buffer_.clear();
-  buffer_ = file_->ReadAt(start_, static_cast<std::size_t>(std::min<std::uint64_t>(rest, kBytes)));
+  const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(rest, buffer_.size()));
+  held_ = 0;  // also when this fails
+  held_ = file_->ReadInto(start_, std::span(buffer_).first(count));
 }
 
 std::string_view FileWindow::From(std::uint64_t offset) const {
-  return std::string_view(buffer_).substr(
-      static_cast<std::size_t>(std::min<std::uint64_t>(offset - start_, buffer_.size())));
+  return std::string_view(buffer_.data(), held_)
+      .substr(static_cast<std::size_t>(std::min<std::uint64_t>(offset - start_, held_)));
 }
 
 std::string_view FileWindow::At(std::uint64_t offset, std::size_t count) {

@@ -2,15 +2,15 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/file.h"
 
 namespace tarvo {
 
 // A file read through one buffer, so that many small reads that follow each other cost few calls
-// and a file of any size costs the same memory. Throws what File::ReadAt throws.
+// and a file of any size costs the same memory. Throws what File::ReadInto throws.
 class FileWindow {
  public:
   static constexpr std::size_t kBytes = std::size_t{256} * 1024;
@@ -35,8 +35,9 @@ class FileWindow {
 
   std::unique_ptr<File> file_;
   std::uint64_t size_;
-  std::string buffer_;
-  std::uint64_t start_ = 0;  // where the buffer's first byte stands in the file
+  std::vector<char> buffer_;
+  std::size_t held_ = 0;     // how many bytes the buffer holds
+  std::uint64_t start_ = 0;  // where the first of them stands in the file
 };
 
 }  // namespace tarvo

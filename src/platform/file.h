@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,8 +17,16 @@ class File {
   // The length in bytes at this moment.
   virtual std::uint64_t Size() = 0;
 
+  // Fills the room with the bytes from `offset` on, and gives how many they are: fewer than there
+  // is room for only where the file ends.
+  virtual std::size_t ReadInto(std::uint64_t offset, std::span<char> room) = 0;
+
   // Up to `count` bytes from `offset`; fewer only where the file ends.
-  virtual std::string ReadAt(std::uint64_t offset, std::size_t count) = 0;
+  std::string ReadAt(std::uint64_t offset, std::size_t count) {
+    std::string bytes(count, '\0');
+    bytes.resize(ReadInto(offset, bytes));
+    return bytes;
+  }
 
   // Writes all the bytes at `offset`; the file grows as needed, a gap reads as zeros. When it
   // throws, a part may have been written.

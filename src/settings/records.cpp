@@ -69,18 +69,18 @@ EntryNumber EntryCount(File& file) {
 bool EntryScan::Next() {
   if (number_ == count_) return false;
   ++number_;
-  const auto inPiece = static_cast<EntryNumber>(piece_.size() / kRecordSize);
-  if (number_ < pieceStart_ + inPiece) return true;
+  if (number_ < pieceStart_ + inPiece_) return true;
   pieceStart_ = number_;
-  const std::size_t size =
-      static_cast<std::size_t>(std::min(kEntriesInPiece, count_ - number_ + 1)) * kRecordSize;
-  piece_ = PadWithNuls(file_.ReadAt(OffsetOfRecord(RecordOfEntry(number_)), size), size);
+  inPiece_ = std::min(kEntriesInPiece, count_ - number_ + 1);
+  piece_.resize(static_cast<std::size_t>(inPiece_) * kRecordSize);
+  const std::size_t size = file_.ReadInto(OffsetOfRecord(RecordOfEntry(number_)), piece_);
+  std::fill(piece_.begin() + static_cast<std::ptrdiff_t>(size), piece_.end(), '\0');
   return true;
 }
 
 std::string_view EntryScan::Text() const {
   const auto index = static_cast<std::size_t>(number_ - pieceStart_);
-  return std::string_view(piece_).substr(index * kRecordSize + kLengthSize, kTextSize);
+  return {piece_.data() + index * kRecordSize + kLengthSize, kTextSize};
 }
 
 }  // namespace tarvo

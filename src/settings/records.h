@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/file.h"
 #include "settings/record_layout.h"
@@ -60,7 +61,8 @@ class EntryScan {
   EntryNumber count_;
   EntryNumber number_ = 0;
   EntryNumber pieceStart_ = 1;  // the number of the first entry in the piece
-  std::string piece_;           // whole records
+  EntryNumber inPiece_ = 0;     // how many entries it holds
+  std::vector<char> piece_;     // whole records
 };
 
 }  // namespace tarvo

@@ -38,8 +38,8 @@ class FailingPlatform : public ForwardingPlatform {
     FailingFile(FailingPlatform& platform, std::unique_ptr<File> file)
         : platform_(platform), file_(std::move(file)) {}
     std::uint64_t Size() override { return file_->Size(); }
-    std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-      return file_->ReadAt(offset, count);
+    std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+      return file_->ReadInto(offset, room);
     }
     void WriteAt(std::uint64_t offset, std::string_view bytes) override {
       const std::size_t half = bytes.size() / 2;
@@ -186,9 +186,9 @@ class UnreadablePlatform : public ForwardingPlatform {
     UnreadableFile(std::unique_ptr<File> file, int& reads)
         : file_(std::move(file)), reads_(reads) {}
     std::uint64_t Size() override { return file_->Size(); }
-    std::string ReadAt(std::uint64_t offset, std::size_t count) override {
+    std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
       if (reads_-- == 0) throw RuntimeError(57);
-      return file_->ReadAt(offset, count);
+      return file_->ReadInto(offset, room);
     }
     void WriteAt(std::uint64_t, std::string_view) override {}
 

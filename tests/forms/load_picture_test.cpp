@@ -18,9 +18,9 @@ class CountingFile : public File {
   CountingFile(std::unique_ptr<File> file, std::uint64_t& count)
       : file_(std::move(file)), count_(count) {}
   std::uint64_t Size() override { return file_->Size(); }
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    count_ += count;
-    return file_->ReadAt(offset, count);
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+    count_ += room.size();
+    return file_->ReadInto(offset, room);
   }
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {
     file_->WriteAt(offset, bytes);

@@ -15,9 +15,9 @@ class WatchedFile final : public File {
   ~WatchedFile() override { --platform_.openFiles; }
 
   std::uint64_t Size() override { return file_->Size(); }
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    platform_.beforeReading(offset, count);
-    return file_->ReadAt(offset, count);
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+    platform_.beforeReading(offset, room.size());
+    return file_->ReadInto(offset, room);
   }
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {
     platform_.beforeWriting(offset, bytes);

@@ -59,8 +59,8 @@ class WatchedPlatform : public ForwardingPlatform {
     WatchedFile(WatchedPlatform& platform, std::unique_ptr<File> file, std::string_view path)
         : platform_(platform), file_(std::move(file)), path_(path) {}
     std::uint64_t Size() override { return file_->Size(); }
-    std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-      return file_->ReadAt(offset, count);
+    std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+      return file_->ReadInto(offset, room);
     }
     void WriteAt(std::uint64_t offset, std::string_view bytes) override {
       platform_.Change("WriteAt", path_, [&] {

@@ -15,9 +15,9 @@ class FailingPlatform::FailingFile : public File {
     platform_.Step(Nature::kOnOpenFile, "Size", path_);
     return file_->Size();
   }
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    platform_.Step(Nature::kOnOpenFile, "ReadAt", path_);
-    return file_->ReadAt(offset, count);
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
+    platform_.Step(Nature::kOnOpenFile, "ReadInto", path_);
+    return file_->ReadInto(offset, room);
   }
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {
     if (platform_.FailsNow(Nature::kWriting, "WriteAt", path_)) {

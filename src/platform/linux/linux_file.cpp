@@ -26,19 +26,18 @@ class LinuxFile final : public File {
     return static_cast<std::uint64_t>(status.st_size);
   }
 
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    std::string bytes(count, '\0');
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
     std::size_t done = 0;
-    while (done < count) {
-      const ssize_t got = ::pread(descriptor_.Get(), bytes.data() + done, count - done,
-                                  static_cast<off_t>(offset + done));
+    while (done < room.size()) {
+      const std::span<char> rest = room.subspan(done);
+      const ssize_t got =
+          ::pread(descriptor_.Get(), rest.data(), rest.size(), static_cast<off_t>(offset + done));
       if (got < 0 && errno == EINTR) continue;
       if (got < 0) throw ErrorFromErrno(errno, path_);
       if (got == 0) break;
       done += static_cast<std::size_t>(got);
     }
-    bytes.resize(done);
-    return bytes;
+    return done;
   }
 
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {

@@ -34,14 +34,14 @@ class WindowsFile final : public File {
     return static_cast<std::uint64_t>(size.QuadPart);
   }
 
-  std::string ReadAt(std::uint64_t offset, std::size_t count) override {
-    std::string bytes(count, '\0');
+  std::size_t ReadInto(std::uint64_t offset, std::span<char> room) override {
     std::size_t done = 0;
-    while (done < count) {
+    while (done < room.size()) {
       OVERLAPPED place = At(offset + done);
-      const DWORD part = static_cast<DWORD>(std::min(count - done, kMostAtOnce));
+      const std::span<char> rest = room.subspan(done);
+      const DWORD part = static_cast<DWORD>(std::min(rest.size(), kMostAtOnce));
       DWORD got = 0;
-      if (!::ReadFile(handle_.get(), bytes.data() + done, part, &got, &place)) {
+      if (!::ReadFile(handle_.get(), rest.data(), part, &got, &place)) {
         const DWORD code = ::GetLastError();
         if (code == ERROR_HANDLE_EOF) break;
         throw ErrorFromCode(code, path_);
@@ -49,8 +49,7 @@ class WindowsFile final : public File {
       if (got == 0) break;
       done += got;
     }
-    bytes.resize(done);
-    return bytes;
+    return done;
   }
 
   void WriteAt(std::uint64_t offset, std::string_view bytes) override {
