@@ -26,6 +26,10 @@ std::string EncodeWindows1252(std::string_view utf8) {
   std::string bytes;
   bytes.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size();) {
+    const std::size_t end = EndOfAscii(utf8, i);
+    bytes.append(utf8, i, end - i);
+    i = end;
+    if (i == utf8.size()) break;
     const Character c = CharacterAt(utf8, i);
     bytes += EncodeCharacter(c.codePoint);
     i += c.size;
@@ -36,9 +40,13 @@ std::string EncodeWindows1252(std::string_view utf8) {
 std::string DecodeWindows1252(std::string_view bytes) {
   std::string utf8;
   utf8.reserve(bytes.size());
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    AppendCharacter(utf8, byte >= 0x80 && byte < 0xA0 ? kFrom80[byte - 0x80] : byte);
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const std::size_t end = EndOfAscii(bytes, i);
+    utf8.append(bytes, i, end - i);
+    i = end;
+    if (i == bytes.size()) break;
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    AppendCharacter(utf8, byte < 0xA0 ? kFrom80[byte - 0x80] : byte);
   }
   return utf8;
 }

@@ -1,6 +1,7 @@
 #include "base/text.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace tarvo {
 namespace {
@@ -54,9 +55,8 @@ std::string MapText(std::string_view text) {
 
 }  // namespace
 
-Character CharacterAt(std::string_view text, std::size_t offset) {
+Character CharacterBeyondAsciiAt(std::string_view text, std::size_t offset) {
   const unsigned char lead = Byte(text, offset);
-  if (lead < 0x80) return {lead, 1};
   const Character bad{kBadByte + lead, 1};
   const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
   if (lead < 0xC2 || lead > 0xF4 || offset + size > text.size()) return bad;
@@ -70,6 +70,18 @@ Character CharacterAt(std::string_view text, std::size_t offset) {
   const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
   if (overlong || surrogate || value > 0x10FFFF) return bad;
   return {value, size};
+}
+
+std::size_t EndOfAscii(std::string_view text, std::size_t start) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::uint64_t word = 0;
+  while (text.size() - start >= sizeof word) {
+    std::memcpy(&word, text.data() + start, sizeof word);
+    if ((word & kHighBits) != 0) break;
+    start += sizeof word;
+  }
+  while (start < text.size() && Byte(text, start) < 0x80) ++start;
+  return start;
 }
 
 void AppendCharacter(std::string& text, char32_t c) {
@@ -95,7 +107,14 @@ void AppendCharacter(std::string& text, char32_t c) {
 
 std::size_t CharacterCount(std::string_view text) {
   std::size_t count = 0;
-  for (std::size_t i = 0; i < text.size(); i += CharacterAt(text, i).size) ++count;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t end = EndOfAscii(text, i);
+    count += end - i;
+    i = end;
+    if (i == text.size()) break;
+    i += CharacterBeyondAsciiAt(text, i).size;
+    ++count;
+  }
   return count;
 }
 
@@ -124,6 +143,7 @@ char32_t LowerCase(char32_t c) {
 }
 
 char32_t UpperCase(char32_t c) {
+  if (c < 0x80) return c >= U'a' && c <= U'z' ? c - 32 : c;
   if (c == kLowerYDiaeresis) return kUpperYDiaeresis;
   if (c == kFinalSigma) return kUpperSigma;
   for (const CaseRange& range : kCaseRanges) {

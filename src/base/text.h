@@ -16,8 +16,17 @@ struct Character {
 };
 inline constexpr char32_t kBadByte = 0x110000;
 
-// The character at byte `offset`, which must be less than the text's size.
-Character CharacterAt(std::string_view text, std::size_t offset);
+// The character at byte `offset`, which must be less than the text's size. Most are ASCII, which
+// this tells without a call.
+Character CharacterBeyondAsciiAt(std::string_view text, std::size_t offset);
+inline Character CharacterAt(std::string_view text, std::size_t offset) {
+  const auto lead = static_cast<unsigned char>(text[offset]);
+  return lead < 0x80 ? Character{lead, 1} : CharacterBeyondAsciiAt(text, offset);
+}
+
+// Where the run of ASCII characters ends that begins at byte `start`: at `start` itself when there
+// is none.
+std::size_t EndOfAscii(std::string_view text, std::size_t start);
 
 // The UTF-8 form of a code point; a value made from kBadByte gives that byte.
 void AppendCharacter(std::string& text, char32_t codePoint);

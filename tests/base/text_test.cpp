@@ -35,6 +35,22 @@ TEST(Characters, AtTheEdgesOfEachLengthAreRead) {
   EXPECT_THAT(CodePoints("\xF4\x8F\xBF\xBF"), ElementsAre(0x10FFFF));
 }
 
+TEST(ARunOfAscii, EndsAtTheFirstOtherByteWhereverThatIs) {
+  for (std::size_t size = 0; size < 20; ++size) {
+    const std::string text(size, 'a');
+    EXPECT_EQ(EndOfAscii(text, 0), size);
+    EXPECT_EQ(EndOfAscii(text, size), size);
+    for (std::size_t other = 0; other < size; ++other) {
+      std::string broken = text;
+      broken[other] = '\x80';
+      for (std::size_t start = 0; start <= size; ++start) {
+        const std::size_t end = start > other ? size : other;
+        EXPECT_EQ(EndOfAscii(broken, start), end) << size << ' ' << other << ' ' << start;
+      }
+    }
+  }
+}
+
 TEST(Characters, OfACutSequenceCountByteByByte) {
   EXPECT_THAT(CodePoints("\xC3"), ElementsAre(Bad(0xC3)));
   EXPECT_THAT(CodePoints("\xE2\x82"), ElementsAre(Bad(0xE2), Bad(0x82)));
