@@ -8,6 +8,7 @@ kBuildPackages=(
   libbenchmark-dev
   libgmock-dev
   libgtest-dev
+  libisal-dev
   libsystemd-dev
   libxcb1-dev
   ninja-build

@@ -7,7 +7,8 @@
 
 namespace tarvo {
 
-// Inflates deflated bytes, piece by piece: the one place that knows the library that does it.
+// Inflates deflated bytes, piece by piece: the one place that knows the library that does it, which
+// is ISA-L where it was found when this was built, else zlib.
 class Inflater {
  public:
   Inflater();
@@ -16,16 +17,16 @@ class Inflater {
   Inflater& operator=(const Inflater&) = delete;
 
   struct Step {
-    std::size_t taken;  // bytes of the input that are used up
-    std::size_t made;   // bytes of the output that are filled
-    bool hasEnded;      // the deflated bytes end here
-    bool isDamaged;     // these are no deflated bytes
+    std::uint64_t taken;  // bytes of all input since the beginning that are used up
+    std::size_t made;     // bytes of the output that are filled
+    bool hasEnded;        // the deflated bytes end here
+    bool isDamaged;       // these are no deflated bytes
   };
 
   // Begins with new deflated bytes.
   void Restart();
 
-  // Goes on with the next bytes. Takes and makes as much as it can.
+  // Goes on with the next bytes, those behind what is used up. Takes and makes as much as it can.
   Step Run(std::string_view input, std::span<char> output);
 
  private:

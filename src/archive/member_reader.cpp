@@ -112,11 +112,11 @@ class MemberReader::Run {
       if (step.isDamaged) Refuse("is damaged and does not inflate");
       if (missing == 0 && step.made > 0) Refuse("is longer than it says");
       if (step.made > 0) Give(room, step.made);
-      taken += step.taken;
       hasEnded = step.hasEnded;
-      if (!hasEnded && step.taken == 0 && step.made == 0) {
+      if (!hasEnded && step.taken == taken && step.made == 0) {
         Refuse("is damaged and ends too early");
       }
+      taken = step.taken;
     }
     if (taken != member_.packedSize) Refuse("has a wrong packed size");
   }

@@ -22,9 +22,11 @@ constexpr std::string_view kDescription = "driver.inf";
 constexpr std::uint64_t kMostKept = std::uint64_t{40} * 1024 * 1024;
 constexpr std::uint64_t kMemberRows = 160;
 
-std::uint64_t RoomForContents(const Directory& directory) {
+std::uint64_t RoomForContents(const Directory& directory, std::uint64_t mostKept) {
   const std::uint64_t tables = directory.members.size() * kMemberRows + directory.names.size();
-  return kMostKept - std::min(kMostKept, tables);
+  std::uint64_t contents = 0;
+  for (const Member& member : directory.members) contents += member.size;
+  return std::min(mostKept - std::min(mostKept, tables), contents);
 }
 
 // Takes contents and lets them go.
@@ -63,10 +65,10 @@ class HandingSink final : public ByteSink {
 // An open package: what its directory says, and what has been verified.
 class Package::Contents {
  public:
-  explicit Contents(std::unique_ptr<File> file)
+  Contents(std::unique_ptr<File> file, std::uint64_t mostKept)
       : window_(std::move(file)),
         directory_(ReadDirectory(window_)),
-        store_(RoomForContents(directory_)),
+        store_(RoomForContents(directory_, mostKept)),
         reader_(window_) {}
 
   void CheckDescription() {
@@ -167,7 +169,7 @@ class Package::Contents {
       HandingSink sink(take);
       reader_.Read(directory_, member, sink);
     } else {
-      store_.Read(member.content, member.size, take);
+      take(store_.Read(member.content, member.size));
     }
   }
 
@@ -183,10 +185,19 @@ Package::Package(Platform& platform, std::string_view path, PackageKind kind)
 
 Package::~Package() = default;
 
-std::optional<PackageFault> Package::Check() {
+std::optional<PackageFault> Package::Check() { return Check(kMostKept); }
+
+std::optional<PackageFault> Package::CheckOnly() {
+  const auto fault = Check(0);
+  contents_.reset();
+  return fault;
+}
+
+std::optional<PackageFault> Package::Check(std::uint64_t mostKept) {
   contents_.reset();
   try {
-    auto contents = std::make_unique<Contents>(platform_.OpenFile(path_, OpenFor::kReading));
+    auto contents =
+        std::make_unique<Contents>(platform_.OpenFile(path_, OpenFor::kReading), mostKept);
     if (kind_ == PackageKind::kDriver) contents->CheckDescription();
     contents->CheckAll();
     contents_ = std::move(contents);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -41,6 +42,9 @@ class Package {
   // fault too. Throws nothing.
   std::optional<PackageFault> Check();
 
+  // The same for a package that is only to be judged: nothing is kept, and nothing can be unpacked.
+  std::optional<PackageFault> CheckOnly();
+
   // Unpacks a package that Check found valid into a folder, which is made, with its parents, when
   // it is missing. Names on the way are found in any letter case. The package's files replace those
   // of the same name, in any letter case; nothing else is touched, except that what a killed run
@@ -73,6 +77,7 @@ class Package {
  private:
   class Contents;
 
+  std::optional<PackageFault> Check(std::uint64_t mostKept);
   void Unpack(std::string_view folder, bool isFlat, const FinishDescription& finishDescription);
 
   Platform& platform_;

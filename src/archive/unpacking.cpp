@@ -72,6 +72,7 @@ Unpacking::Unpacking(Platform& platform, const Directory& directory, const Folde
       spellings_(tree.files.size()) {}
 
 Unpacking::~Unpacking() {
+  heldBelow_.reset();  // a held folder cannot be removed
   for (std::uint32_t i = renamed_; i < written_; ++i) {
     Attempt([&] { platform_.RemoveFile(UnfinishedPath(i)); });
   }
@@ -179,8 +180,17 @@ void Unpacking::MakeFolders() {
   }
 }
 
+// Files follow each other folder by folder; holding the folder at hand spares a way to it for each.
+void Unpacking::HoldFolderOf(const TreeFile& file) {
+  if (heldBelow_ && heldNumber_ == file.folder) return;
+  heldBelow_.reset();
+  heldBelow_ = platform_.HoldFolder(PathOf(file.folder));
+  heldNumber_ = file.folder;
+}
+
 void Unpacking::WriteFiles(const WriteMember& write) {
   for (const TreeFile& file : tree_.files) {
+    HoldFolderOf(file);
     const bool isProgram = MatchesPattern(directory_.Name(file.name), "*.exe");
     const auto opened = platform_.MakeFile(UnfinishedPath(written_),
                                            isProgram ? FileUse::kProgram : FileUse::kData);
@@ -191,6 +201,7 @@ void Unpacking::WriteFiles(const WriteMember& write) {
 
 void Unpacking::RenameFiles() {
   for (const TreeFile& file : tree_.files) {
+    HoldFolderOf(file);
     const std::string& spelling = spellings_[renamed_];
     const std::string_view name =
         spelling.empty() ? directory_.Name(file.name) : std::string_view(spelling);

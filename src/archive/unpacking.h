@@ -49,6 +49,7 @@ class Unpacking {
   void FindPlacesIn(std::uint32_t folder, std::vector<std::uint32_t>& children);
   void MakeFolders();
   void MakeFolder(const std::string& path);
+  void HoldFolderOf(const TreeFile& file);
   void WriteFiles(const WriteMember& write);
   void RenameFiles();
 
@@ -57,6 +58,8 @@ class Unpacking {
   const FolderTree& tree_;
   std::string target_;
   std::unique_ptr<HeldFolder> held_;  // the target, or the folder that its first parent is made in
+  std::unique_ptr<HeldFolder> heldBelow_;  // the one of the tree whose files are at hand
+  std::uint32_t heldNumber_ = 0;
   std::vector<std::string> missingParents_;
   std::vector<Place> folders_;            // for each folder of the tree
   std::vector<std::string> spellings_;    // for each file: the existing name, "" for none

@@ -33,7 +33,7 @@ void CheckPackages(CommandRun& run) {
   bool isFirst = true;
   for (const std::string& file : run.arguments) {
     const std::string path = ResolveName(run.globals.platform, file);
-    const auto fault = Package(run.globals.platform, path, KindOf(path)).Check();
+    const auto fault = Package(run.globals.platform, path, KindOf(path)).CheckOnly();
     if (fault) ++invalid;
     if (run.json) {
       run.out << (isFirst ? "[\n  " : ",\n  ") << JsonObject(file, fault);

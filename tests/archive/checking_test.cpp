@@ -26,6 +26,28 @@ TEST_F(Packages, TheDescriptionIsFoundInAnyLetterCaseButOnlyInTheRoot) {
   EXPECT_EQ(FaultOf(ArchiveOf({})), missing);
 }
 
+TEST_F(Packages, ThatWereOnlyCheckedCannotBeUnpacked) {
+  folder.WriteFile("package.drv", ArchiveOf(SmallDriver()));
+  Package package(SystemPlatform(), folder / "package.drv");
+  EXPECT_FALSE(package.CheckOnly());
+  EXPECT_THROW(package.Unpack(folder / "target"), RuntimeError);
+  EXPECT_FALSE(package.Check());
+  package.Unpack(folder / "target");
+  EXPECT_EQ(TreeOf(folder / "target").size(), SmallDriver().size());
+}
+
+TEST_F(Packages, AreJudgedAlikeWhetherTheyAreToBeUnpackedOrNot) {
+  auto members = SmallDriver();
+  members[1].crc = 1;
+  for (const std::string& bytes : {ArchiveOf(members), ArchiveOf({}), std::string("no archive")}) {
+    folder.WriteFile("package.drv", bytes);
+    Package package(SystemPlatform(), folder / "package.drv");
+    const auto fault = package.CheckOnly();
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->sentence, FaultOf(bytes));
+  }
+}
+
 TEST_F(Packages, HandHeldComponentsNeedNoDescription) {
   EXPECT_EQ(FaultOf(ArchiveOf({}), PackageKind::kHandHeld), "");
   EXPECT_EQ(FaultOf(ArchiveOf({{.name = "a.prc", .content = "x"}}), PackageKind::kHandHeld), "");

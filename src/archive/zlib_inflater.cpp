@@ -1,10 +1,10 @@
-#include "archive/inflater.h"
-
 #include <zlib.h>
 
 #include <algorithm>
 #include <limits>
 #include <new>
+
+#include "archive/inflater.h"
 
 namespace tarvo {
 namespace {
@@ -30,12 +30,16 @@ struct Inflater::State {
   State& operator=(const State&) = delete;
 
   z_stream stream{};
+  std::uint64_t taken = 0;
 };
 
 Inflater::Inflater() : state_(std::make_unique<State>()) {}
 Inflater::~Inflater() = default;
 
-void Inflater::Restart() { ::inflateReset(&state_->stream); }
+void Inflater::Restart() {
+  ::inflateReset(&state_->stream);
+  state_->taken = 0;
+}
 
 Inflater::Step Inflater::Run(std::string_view input, std::span<char> output) {
   z_stream& stream = state_->stream;
@@ -48,7 +52,8 @@ Inflater::Step Inflater::Run(std::string_view input, std::span<char> output) {
   const int result = ::inflate(&stream, Z_NO_FLUSH);
   // Z_BUF_ERROR only says that nothing could be done with what was at hand.
   const bool isDamaged = result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR;
-  return {in - stream.avail_in, out - stream.avail_out, result == Z_STREAM_END, isDamaged};
+  state_->taken += in - stream.avail_in;
+  return {state_->taken, out - stream.avail_out, result == Z_STREAM_END, isDamaged};
 }
 
 std::uint32_t Crc32(std::uint32_t before, std::string_view bytes) {

@@ -1,0 +1,20 @@
+#include "platform/large_memory.h"
+
+#include <windows.h>
+
+#include <new>
+
+namespace tarvo {
+
+LargeMemory::LargeMemory(std::size_t size) {
+  if (size == 0) return;
+  void* const memory = ::VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+  if (!memory) throw std::bad_alloc();
+  bytes_ = {static_cast<char*>(memory), size};
+}
+
+LargeMemory::~LargeMemory() {
+  if (!bytes_.empty()) ::VirtualFree(bytes_.data(), 0, MEM_RELEASE);
+}
+
+}  // namespace tarvo
