@@ -1,6 +1,8 @@
 #include "actions/replace_file.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "archive/unpacking.h"
 #include "base/paths.h"
@@ -9,7 +11,7 @@
 namespace tarvo {
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{256} * 1024;
+constexpr std::uint64_t kMostAtOnce = std::uint64_t{256} * 1024;
 
 void RemoveIfThere(Platform& platform, const std::string& path) {
   try {
@@ -35,11 +37,12 @@ void ReplaceFile(Platform& platform, std::string_view path,
 }
 
 std::uint64_t CopyBytes(File& from, File& to) {
+  std::vector<char> room(std::clamp<std::uint64_t>(from.Size(), 1, kMostAtOnce));
   for (std::uint64_t offset = 0;;) {
-    const std::string bytes = from.ReadAt(offset, kPiece);
-    if (bytes.empty()) return offset;
-    to.WriteAt(offset, bytes);
-    offset += bytes.size();
+    const std::size_t count = from.ReadInto(offset, room);
+    if (count == 0) return offset;
+    to.WriteAt(offset, {room.data(), count});
+    offset += count;
   }
 }
 
