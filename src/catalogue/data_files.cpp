@@ -27,9 +27,9 @@ int DataFileTree::Count(std::size_t pattern) {
 
 void DataFileTree::ReadAll() {
   try {
-    const std::string path = JoinPath(platform_.CurrentFolder(), driver_);
-    if (platform_.IsLink(path)) throw RuntimeError(kPathNotFound);
-    Read(path, 0, root_);
+    // By its name in the current folder: the system has a shorter way to it than by the whole path.
+    if (platform_.IsLink(driver_)) throw RuntimeError(kPathNotFound);
+    Read(driver_, 0, root_);
   } catch (const RuntimeError& error) {
     root_.error = error;
   }

@@ -238,7 +238,7 @@ class WatchingPlatform : public RootedPlatform {
  public:
   using RootedPlatform::RootedPlatform;
   std::vector<FolderEntry> Entries(std::string_view path) override {
-    if (frontEnd && path.ends_with("/Meter")) pointerWhileReading = frontEnd->MousePointer();
+    if (frontEnd && FileNameOf(path) == "Meter") pointerWhileReading = frontEnd->MousePointer();
     return RootedPlatform::Entries(path);
   }
   FrontEnd* frontEnd = nullptr;
