@@ -40,10 +40,10 @@ std::string_view Plain(std::string_view path) {
 
 MemoryPlatform::MemoryPlatform() : ForwardingPlatform(SystemPlatform()) { names_[""] = nullptr; }
 
-std::map<std::string, std::string> MemoryPlatform::Tree() const {
-  std::map<std::string, std::string> tree;
+std::map<std::string, std::optional<std::string>> MemoryPlatform::Tree() const {
+  std::map<std::string, std::optional<std::string>> tree;
   for (const auto& [path, content] : names_) {
-    if (!path.empty()) tree[path] = content ? *content : "<folder>";
+    if (!path.empty()) tree[path] = content ? std::optional(*content) : std::nullopt;
   }
   return tree;
 }

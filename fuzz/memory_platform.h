@@ -20,8 +20,8 @@ class MemoryPlatform : public ForwardingPlatform {
   // Starts with nothing but the root folder.
   MemoryPlatform();
 
-  // Every file by its path, and every folder with the content "<folder>"; the root is left out.
-  std::map<std::string, std::string> Tree() const;
+  // Every file's content by its path, and every folder, which has none; the root is left out.
+  std::map<std::string, std::optional<std::string>> Tree() const;
 
   // Puts a file there; its folder must be there.
   void PutFile(std::string_view path, std::string_view content);

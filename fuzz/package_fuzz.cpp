@@ -24,7 +24,8 @@ constexpr std::string_view kPackage = "/package.drv";
 constexpr std::string_view kDriver = "/drivers/driver";
 constexpr std::string_view kFlat = "/flat";
 
-using Tree = std::map<std::string, std::string>;
+using Content = std::optional<std::string>;  // none for a folder
+using Tree = std::map<std::string, Content>;
 
 void CheckFault(const PackageFault& fault) {
   Require(fault.sentence.size() > 1 && fault.sentence.ends_with('.'), "a fault is a sentence");
@@ -61,7 +62,7 @@ void CheckNames(const Tree& tree, std::string_view folder) {
 }
 
 // What a tree has under a path, the folders on the way in any letter case; null for nothing.
-const std::string* ContentIn(const Tree& tree, const std::string& path) {
+const Content* ContentIn(const Tree& tree, const std::string& path) {
   const auto exact = tree.find(path);
   if (exact != tree.end()) return &exact->second;
   for (const auto& [name, content] : tree) {
@@ -86,12 +87,14 @@ void CheckMembers(MemoryPlatform& platform, const Tree& tree) {
   for (const Member& member : directory.members) {
     const std::string_view path = directory.PathOf(member);
     if (path.empty()) continue;
-    const std::string* content = ContentIn(tree, JoinPath(kDriver, path));
+    const Content* content = ContentIn(tree, JoinPath(kDriver, path));
     Require(content != nullptr, "every member is unpacked");
     if (member.isFolder) {
-      Require(*content == "<folder>", "a folder is one");
+      Require(!content->has_value(), "a folder is one");
     } else {
-      Require(content->size() == member.size && Crc32(0, *content) == member.crc,
+      Require(content->has_value(), "a file is one");
+      const std::string& bytes = **content;
+      Require(bytes.size() == member.size && Crc32(0, bytes) == member.crc,
               "a file's content is the one that was packed");
     }
   }
@@ -108,20 +111,20 @@ void CheckRoot(MemoryPlatform& platform, Package& package) {
 }
 
 void CheckFlat(const Tree& tree, const Tree& flat) {
-  std::map<std::string, std::vector<const std::string*>> contents;
+  std::map<std::string, std::vector<const Content*>> contents;
   for (const auto& [path, content] : tree) {
     contents[LowerCase(FileNameOf(path))].push_back(&content);
   }
   for (const auto& [path, content] : flat) {
     bool isThere = false;
-    for (const std::string* nested : contents[LowerCase(FileNameOf(path))]) {
+    for (const Content* nested : contents[LowerCase(FileNameOf(path))]) {
       isThere = isThere || *nested == content;
     }
     Require(isThere, "a file of the flat folder is one of the package");
-    Require(FolderOf(path) == kFlat && content != "<folder>", "the flat folder is flat");
+    Require(FolderOf(path) == kFlat && content.has_value(), "the flat folder is flat");
   }
   for (const auto& [path, content] : tree) {
-    if (content == "<folder>") continue;
+    if (!content) continue;
     bool isThere = false;
     for (const auto& [flatPath, flatContent] : flat) {
       isThere = isThere || EqualIgnoringCase(FileNameOf(flatPath), FileNameOf(path));
