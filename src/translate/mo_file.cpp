@@ -121,9 +121,8 @@ MoFile ReadMoFile(std::string_view bytes, std::string_view fileName) {
       file.language = LanguageIn(entry.translation);
       continue;
     }
-    constexpr char kSkipped[] = {mo::kContextSeparator, mo::kPluralSeparator};
-    const bool isSkipped =
-        entry.original.find_first_of(kSkipped, 0, sizeof kSkipped) != std::string_view::npos;
+    const auto has = [&](char sign) { return entry.original.find(sign) != std::string_view::npos; };
+    const bool isSkipped = has(mo::kContextSeparator) || has(mo::kPluralSeparator);
     if (!isSkipped) file.entries.push_back(entry);
   }
   return file;
