@@ -19,20 +19,21 @@ def measure(place, rounds, report):
     for work, unit, time_of in (
             ("listing drivers, no version recorded", "driver", _listing(place, False)),
             ("listing drivers, three versions recorded for each", "driver", _listing(place, True)),
-            ("`GetSetting` of one key among so many", "call", _setting(place, "GetSetting")),
-            ("`SaveSetting` of an existing key among so many", "call",
+            ("`GetSetting` of one key among so many", "setting in the file",
+             _setting(place, "GetSetting")),
+            ("`SaveSetting` of an existing key among so many", "setting in the file",
              _setting(place, "SaveSetting")),
             ("`Translate` of a dictionary's phrases", "phrase", _phrases(place, "Translate")),
             ("loading a dictionary", "phrase", _phrases(place, "LoadDictionary"))):
         print(f"measuring: {work}", flush=True)
-        report.growths.append(Growth(work, unit, _times(time_of, unit, rounds)))
+        report.growths.append(Growth(work, unit, _times(time_of, rounds)))
 
 
-def _times(time_of, unit, rounds):
+def _times(time_of, rounds):
     times = {}
     for size in _SIZES:
-        times[size] = time_of(size, rounds)
-        if unit != "call" and times[size] * size > _LONGEST:
+        times[size] = time_of(size, rounds) / size
+        if times[size] * size > _LONGEST:
             break
     return times
 
@@ -53,7 +54,7 @@ def _listing(place, with_versions):
         with tempfile.TemporaryDirectory(dir=place.data) as documents:
             catalogue_data.make_catalogue(documents, with_versions, size, _FILES)
             environment = dict(os.environ, TARVO_COMMON_DOCUMENTS=documents)
-            return _median(place.programs / "catalogue_bench", "List", environment, rounds) / size
+            return _median(place.programs / "catalogue_bench", "List", environment, rounds)
 
     return time_of
 
@@ -70,6 +71,6 @@ def _phrases(place, name):
             dictionary_data.make_dictionary(pathlib.Path(folder), dictionary_data.phrases(size))
             environment = dict(os.environ, LC_ALL="C.UTF-8", TARVO_BENCH_DICTIONARY=folder)
             program = place.programs / "translate_bench"
-            return _median(program, name, environment, rounds) / size
+            return _median(program, name, environment, rounds)
 
     return time_of

@@ -20,5 +20,8 @@ def comparisons(place):
         for peer, name, target in ((_GDBM, "GdbmFetch", 0.75), (_KEY_FILE, "KeyFileLoad", 0.25)):
             yield measuring.Comparison(work, peer, target, store("GetSetting", count),
                                        store(name, count))
+            yield measuring.Comparison(
+                f"the settings file with {count:,} settings opened, read once and closed", peer, None,
+                store("ReadFile", count), store(name, count))
     yield measuring.Comparison("`SaveSetting` of an existing key among 100, not synced to disk",
                                _SQLITE, 0.25, store("SaveSetting", 100), store("SqliteStore", 100))

@@ -46,6 +46,12 @@ def comparisons(place):
                                    tarvo, minimal(), _MEMORY_TARGET)
         yield measuring.Comparison(work, "the minimal Qt window, 200 icons read from the same files",
                                    1.35, tarvo, minimal(drivers), _MEMORY_TARGET)
+        few = pathlib.Path(name) / "few"
+        catalogue_data.make_catalogue(few, with_versions=False, drivers=1, files=20)
+        yield measuring.Comparison("start to first painted window, 1 driver, 20 files, dictionary",
+                                   "the minimal Qt window, 200 icons drawn in memory", None,
+                                   window(place.programs / "tarvo", TARVO_COMMON_DOCUMENTS=str(few)),
+                                   minimal())
         archive = package_data.make_package(pathlib.Path(name) / "archive", 20, 2_000_000).path
         data = _make_icon_theme(pathlib.Path(name) / "data")
         yield measuring.Comparison(work, "xarchiver opening an archive of 20 files", 0.45, tarvo,

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "peer_stores.h"
 #include "platform/platform.h"
@@ -116,6 +117,25 @@ void GetSetting(benchmark::State& state) {
   ReadAllInTurn(state, [&](const std::string& key) { return settings.store.GetSetting(key, "-"); });
 }
 BENCHMARK(GetSetting)->RangeMultiplier(10)->Range(kFewest, kMost)->Unit(benchmark::kMicrosecond);
+
+// What no look-up can do without: opening the file, reading it once in pieces, closing it.
+void ReadFile(benchmark::State& state) {
+  constexpr std::size_t kPiece = std::size_t{64} * 1024;
+  const int count = static_cast<int>(state.range());
+  const TemporaryFolder folder;
+  const std::string path = MakeSettingsFile(folder, count);
+  std::vector<char> piece(kPiece);
+  for (auto _ : state) {
+    const auto file = SystemPlatform().OpenFile(path, OpenFor::kReadingAndWriting);
+    std::uint64_t offset = 0;
+    while (const std::size_t read = file->ReadInto(offset, piece)) offset += read;
+    if (offset != static_cast<std::uint64_t>(count + 1) * kRecordSize) {
+      state.SkipWithError("the file was not read");
+      break;
+    }
+  }
+}
+BENCHMARK(ReadFile)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 void GdbmFetch(benchmark::State& state) {
   const TemporaryFolder folder;
