@@ -162,6 +162,9 @@ void ListPane::TakeOverView() {
   view_ = list_->View();
   BeginChanges();
   Send(LVM_SETVIEW, kViews[view_]);
+  // A control that paints through a buffer may leave out the strip at the bottom of this view,
+  // where the details have had their scroll bar.
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_DOUBLEBUFFER, view_ == kList ? 0 : LVS_EX_DOUBLEBUFFER);
   if (view_ == kDetails) {
     for (ColumnHeader& column : columns_) column.Width = -1;
   } else {

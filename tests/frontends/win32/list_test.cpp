@@ -79,6 +79,22 @@ TEST_F(ListTest, ThereAreNoScrollBarsWhereEverythingFits) {
   }
 }
 
+TEST_F(ListTest, NothingIsSeenOfTheScrollBarOfTheDetailsInOtherViews) {
+  StartWith({"a", "b", "c"});
+  for (const ViewMode mode : {kSmallIcons, kList, kLargeIcons}) {
+    ChooseView(kDetails);
+    UpdateWindow(List());
+    ChooseView(mode);
+    UpdateWindow(List());
+    RECT room{};
+    GetClientRect(List(), &room);
+    const HDC device = GetDC(List());
+    const COLORREF atBottom = GetPixel(device, 3, room.bottom - 3);
+    ReleaseDC(List(), device);
+    EXPECT_EQ(atBottom, GetSysColor(COLOR_WINDOW)) << mode;
+  }
+}
+
 TEST_F(ListTest, PicturesDoNotPileUpWhenTheListIsBuiltAgain) {
   DriverFile("a/driver.ICO", IconFile());
   StartWith({});
