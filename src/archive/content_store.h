@@ -11,7 +11,7 @@ namespace tarvo {
 // Contents kept in memory one behind the other, up to a limit.
 class ContentStore final : public ByteSink {
  public:
-  // May hold `most` bytes. Throws std::bad_alloc.
+  // May hold `most` bytes; none where the system does not have so much memory.
   explicit ContentStore(std::uint64_t most) : memory_(static_cast<std::size_t>(most)) {}
 
   bool HasRoomFor(std::uint64_t size) const { return size <= memory_.Bytes().size() - end_; }

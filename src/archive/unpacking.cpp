@@ -181,6 +181,7 @@ void Unpacking::MakeFolders() {
 }
 
 // Files follow each other folder by folder; holding the folder at hand spares a way to it for each.
+// What moves it meanwhile takes the rest of its files along.
 void Unpacking::HoldFolderOf(const TreeFile& file) {
   if (heldBelow_ && heldNumber_ == file.folder) return;
   heldBelow_.reset();

@@ -48,7 +48,6 @@ class Unpacking {
   void FindPlaces();
   void FindPlacesIn(std::uint32_t folder, std::vector<std::uint32_t>& children);
   void MakeFolders();
-  void MakeFolder(const std::string& path);
   void HoldFolderOf(const TreeFile& file);
   void WriteFiles(const WriteMember& write);
   void RenameFiles();

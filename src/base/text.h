@@ -16,9 +16,11 @@ struct Character {
 };
 inline constexpr char32_t kBadByte = 0x110000;
 
+// The character at byte `offset`, where a byte of 0x80 or more stands.
+Character CharacterBeyondAsciiAt(std::string_view text, std::size_t offset);
+
 // The character at byte `offset`, which must be less than the text's size. Most are ASCII, which
 // this tells without a call.
-Character CharacterBeyondAsciiAt(std::string_view text, std::size_t offset);
 inline Character CharacterAt(std::string_view text, std::size_t offset) {
   const auto lead = static_cast<unsigned char>(text[offset]);
   return lead < 0x80 ? Character{lead, 1} : CharacterBeyondAsciiAt(text, offset);

@@ -5,11 +5,11 @@
 
 namespace tarvo {
 
-// Memory for large contents, which the system gives only as far as it is written to, and in large
-// pages where it has them: that costs a fraction of the time.
+// Memory for large contents, whose pages the system gives only as far as they are written to, and
+// in large pages where it has them: that costs a fraction of the time.
 class LargeMemory {
  public:
-  // `size` bytes, none for 0. Throws std::bad_alloc.
+  // `size` bytes, or none where the system does not have them.
   explicit LargeMemory(std::size_t size);
   ~LargeMemory();
   LargeMemory(const LargeMemory&) = delete;

@@ -27,6 +27,46 @@ class Member:
     local: dict = field(default_factory=dict)
     central: dict = field(default_factory=dict)
     lies_in_descriptor: int = 0
+    packed: bytes | None = None  # instead of what zlib makes of the content
+
+
+class Bits:
+    """Bytes made bit by bit, as deflated ones are: numbers from their lowest bit on, codes from their
+    highest."""
+
+    def __init__(self):
+        self.bits = []
+
+    def number(self, value, size):
+        self.bits += [value >> bit & 1 for bit in range(size)]
+
+    def code(self, digits):
+        self.bits += [int(digit) for digit in digits]
+
+    def bytes(self):
+        padded = self.bits + [0] * (-len(self.bits) % 8)
+        return bytes(sum(bit << place for place, bit in enumerate(padded[at:at + 8]))
+                     for at in range(0, len(padded), 8))
+
+
+def deflated_with_incomplete_code(count):
+    """So many times the letter "a" as one block whose codes for distances, of which none is used, leave
+    half of all bit patterns without a meaning (RFC 1951, 3.2.7)."""
+    made = Bits()
+    for value, size in ((1, 1), (2, 2), (0, 5), (1, 5), (14, 4)):  # the last block, dynamic; 257, 2 and 18 codes
+        made.number(value, size)
+    # The codes of lengths: 2 is "0", 1 is "10", 18 (a run of zeros) is "11".
+    for length in (0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 2):
+        made.number(length, 3)
+    for zeros in (97, None, 138, 20, None):  # "a" and the end of the block have one bit each
+        if zeros is None:
+            made.code("10")
+        else:
+            made.code("11")
+            made.number(zeros - 11, 7)
+    made.code("00")  # two distances of two bits
+    made.code("0" * count + "1")
+    return made.bytes()
 
 
 def deflated(content):
@@ -39,6 +79,7 @@ def archive_of(members, *, before=b"", between=b"", after=b"", comment=b"", **en
     body, directory = b"", b""
     for member in members:
         packed = deflated(member.content) if member.method == 8 else member.content
+        packed = member.packed or packed
         flags = member.flags | (HAS_DESCRIPTOR if member.descriptor is not None else 0)
         truth = {"flags": flags, "method": member.method, "crc": zlib.crc32(member.content),
                  "packed": len(packed), "size": len(member.content), "name": member.name,
@@ -239,6 +280,8 @@ ODDITIES = {
     "a directory too large": around(size=0xFFFFFF),
     "two end records": two_end_records,
     "overlapping members": overlap,
+    "an incomplete code": change(content=b"a" * 50, method=8,
+                                 packed=deflated_with_incomplete_code(50)),
     "an empty file": lambda *_: b"",
     "no archive": lambda random, *_: random.randbytes(200),
     "no members": lambda *_: archive_of([]),

@@ -36,6 +36,7 @@ class Difference:
     reason: str  # expression for our sentence; when we accept, for the other program's message
     others: tuple
     we_accept: bool = False
+    may_be_missing: bool = False
 
 
 DIFFERENCES = (
@@ -61,6 +62,9 @@ DIFFERENCES = (
     Difference("damaged extra fields", "damaged extra field", OTHERS),
     Difference("bytes before the archive", "extra bytes at beginning or within", (UNZIP,), True),
     Difference("version in the header", "Headers Error", (SEVEN_ZIP,), True),
+    # ISA-L takes them, and zlib, which Python uses, does not: it depends on the build.
+    Difference("an incomplete code, ISA-L", "invalid distances set", (PYTHON,), True, True),
+    Difference("an incomplete code, zlib", "does not inflate", (UNZIP, SEVEN_ZIP), False, True),
     Difference("a disk number alone", "Unavailable data", (SEVEN_ZIP,), True),
 )
 
@@ -204,7 +208,7 @@ class Comparison:
         self.counts.update(differences)
         if not differences:
             self.counts["agreed"] += 1
-        if ours.accepts:
+        if ours.accepts and not any(PYTHON in difference.others for difference in differences):
             self.compare_contents(name, kind)
 
     def compare_contents(self, name, kind):
@@ -226,7 +230,7 @@ class Comparison:
             side = "we accept: " if difference.we_accept else ""
             print(f"{side + difference.name:36.36}{counts[difference]:9}"
                   + "".join(f"{self.by_other[difference, o]:8}" for o in OTHERS))
-            if counts[difference] == 0:
+            if counts[difference] == 0 and not difference.may_be_missing:
                 self.faults.append((None, f"no archive differs by \"{difference.name}\""))
 
 

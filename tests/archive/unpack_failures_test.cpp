@@ -23,6 +23,10 @@ class FailingPlatform : public ForwardingPlatform {
     Step();
     return std::make_unique<FailingFile>(*this, ForwardingPlatform::MakeFile(path, use));
   }
+  std::unique_ptr<HeldFolder> HoldFolder(std::string_view path) override {
+    Step();
+    return ForwardingPlatform::HoldFolder(path);
+  }
   void MakeFolder(std::string_view path) override {
     Step();
     ForwardingPlatform::MakeFolder(path);

@@ -2,14 +2,12 @@
 
 #include <windows.h>
 
-#include <new>
-
 namespace tarvo {
 
 LargeMemory::LargeMemory(std::size_t size) {
   if (size == 0) return;
   void* const memory = ::VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-  if (!memory) throw std::bad_alloc();
+  if (!memory) return;
   bytes_ = {static_cast<char*>(memory), size};
 }
 
