@@ -3,6 +3,7 @@ is found where both have the same documents folder."""
 
 import json
 import subprocess
+import threading
 import unittest
 import zipfile
 
@@ -57,6 +58,43 @@ class ToolsThroughWine(ToolCase):
         # Without the variable a program for Windows has these documents by itself.
         code, printed = self.wine.run(program("tarvoctl.exe"), "drivers", "list", "--json")
         self.assertEqual((code, self.versions(printed)), (0, recorded))
+
+    def test_record_versions_while_tools_and_programs_of_both_systems_write(self):
+        tools = ("Download.EXE", "Upload.EXE", "Properties.EXE")
+        for_linux = self.install("Meter").rename(self.folders.drivers / "Meter of Linux")
+        for_windows = self.install_for_windows()
+        failures = []
+
+        def each_of(items, run):
+            try:
+                for item in items:
+                    run(item)
+            except Exception as failure:  # the thread's end must not hide it
+                failures.append(str(failure))
+
+        def wine(*command):
+            code, printed = self.wine.run(*command)
+            self.assertEqual(code, 0, printed)
+
+        keys = range(len(tools))
+        work = [
+            (tools, lambda tool: wine(for_windows / tool, "/v")),
+            (tools, lambda tool: subprocess.run([for_linux / tool, "/v"], env=self.variables,
+                                                check=True, timeout=DEADLINE)),
+            (keys, lambda key: wine(program("tarvoctl.exe"), "settings", "set", f"W {key}", "w")),
+            (keys, lambda key: self.ctl("settings", "set", f"L {key}", "l")),
+        ]
+        threads = [threading.Thread(target=each_of, args=items) for items in work]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(failures, [])
+        wanted = {f"W {key}": "w" for key in keys} | {f"L {key}": "l" for key in keys}
+        for name in ("Meter", "Meter of Linux"):
+            for tool in ("DOWNLOAD", "UPLOAD", "PROPERTIES"):
+                wanted[f"tarvo.versions_{name}_{tool}"] = "1.0"
+        self.assertEqual(self.folders.settings(), wanted)
 
     def test_are_said_to_record_elsewhere_where_the_folders_differ(self):
         elsewhere = self.folders.root / "elsewhere"
