@@ -3,8 +3,12 @@
 add_library(tarvo_options INTERFACE)
 target_compile_features(tarvo_options INTERFACE cxx_std_20)
 target_include_directories(tarvo_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
-target_compile_options(tarvo_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow
-                                               -Wnon-virtual-dtor -Woverloaded-virtual)
+if(MSVC)
+  target_compile_options(tarvo_options INTERFACE /W4 /permissive- /utf-8 /EHsc)
+else()
+  target_compile_options(tarvo_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow
+                                                 -Wnon-virtual-dtor -Woverloaded-virtual)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlapping copies in every inlined std::string assignment (its bug 105651).
   target_compile_options(tarvo_options INTERFACE -Wno-restrict)
@@ -14,7 +18,11 @@ if(WIN32)
   # need no library beside them.
   target_compile_definitions(tarvo_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
                                                      WINVER=0x0A00 _WIN32_WINNT=0x0A00)
-  target_link_options(tarvo_options INTERFACE -static)
+  if(MSVC)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  else()
+    target_link_options(tarvo_options INTERFACE -static)
+  endif()
 endif()
 if(TARVO_SANITIZE)
   target_compile_options(tarvo_options INTERFACE
@@ -43,7 +51,7 @@ endfunction()
 # The tests' own sources take most of the time of a build, above all with sanitizers, and gain little:
 # they are not optimised, unlike what they test, and undefined behaviour is not looked for in them.
 function(tarvo_compile_as_test target)
-  target_compile_options(${target} PRIVATE -O0)
+  target_compile_options(${target} PRIVATE $<IF:$<CXX_COMPILER_ID:MSVC>,/Od,-O0>)
   set_target_properties(${target} PROPERTIES TARVO_IS_TEST ON)
 endfunction()
 
