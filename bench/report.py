@@ -7,7 +7,9 @@ import pathlib
 import platform
 
 import measuring
+from run_history import RunHistory
 
+_MEMORY = "peak memory of that start"
 _TEMPLATE = pathlib.Path(__file__).with_name("performance.md.in")
 
 
@@ -50,16 +52,28 @@ class Report:
         self.figures: list[Figure] = []
         self.left_out: list[str] = []  # why
 
-    def tables(self):
-        made = [(self.ratios, _ratio_table), (self.figures, _figure_table),
-                (self.growths, _growth_table)]
-        return {table.__name__.strip("_"): table(rows) for rows, table in made if rows}
+    def tables(self, history=None):
+        made = {"ratio_table": (self.ratios, lambda rows: _ratio_table(rows, history)),
+                "figure_table": (self.figures, _figure_table),
+                "growth_table": (self.growths, _growth_table)}
+        return {name: table(rows) for name, (rows, table) in made.items() if rows}
 
     def write_page(self, page, rounds, data):
+        history = RunHistory(page.with_suffix(".csv"))
+        history.add(self._targets())
         page.write_text(_TEMPLATE.read_text().format(
             rounds=rounds, date=datetime.date.today().isoformat(), machine=machine(data),
             left_out="".join(f"\nLeft out: {reason}\n" for reason in self.left_out),
-            most=f"{Growth.MOST:g}", **self.tables()))
+            runs=history.description(), most=f"{Growth.MOST:g}", **self.tables(history)))
+
+    def _targets(self):
+        for row in self.ratios:
+            comparison = row.comparison
+            if comparison.target is not None:
+                yield (comparison.work, comparison.peer, comparison.target, row.wall,
+                       row.processor)
+            if row.memory is not None:
+                yield _MEMORY, comparison.peer, comparison.memory_target, row.memory, row.memory
 
 
 def _row(*cells):
@@ -75,21 +89,27 @@ def _verdict(target, wall, processor):
     return next((f"{name} only" for name, is_met in met.items() if is_met), "**no**")
 
 
-def _ratio_table(rows):
+def _ratio_table(rows, history):
+    def last_runs(work, peer, target):
+        return history.verdict(work, peer) if history and target is not None else ""
+
     lines = [_row("Work", "Peer", "Wall time", "Processor time", "Target", "Met",
-                  "Single rounds, wall time"), "|---|---|---:|---:|---:|---|---:|"]
+                  "In the last runs", "Single rounds, wall time"),
+             "|---|---|---:|---:|---:|---|---|---:|"]
     for row in rows:
         comparison = row.comparison
         target = comparison.target
         lines.append(_row(comparison.work, comparison.peer, f"{row.wall:.2f}",
                           f"{row.processor:.2f}", "" if target is None else f"{target:.2f}",
                           _verdict(target, row.wall, row.processor),
+                          last_runs(comparison.work, comparison.peer, target),
                           f"{row.lowest:.2f} to {row.highest:.2f}"))
         if row.memory is not None:
             wanted = comparison.memory_target
-            lines.append(_row("peak memory of that start", comparison.peer,
+            lines.append(_row(_MEMORY, comparison.peer,
                               f"{row.memory:.2f} (memory)", "", f"{wanted:.2f}",
-                              "yes" if row.memory <= wanted else "**no**", ""))
+                              "yes" if row.memory <= wanted else "**no**",
+                              last_runs(_MEMORY, comparison.peer, wanted), ""))
     return "\n".join(lines) + "\n"
 
 
