@@ -1,10 +1,14 @@
 #include "fault_trial.h"
 
+#include <gmock/gmock.h>
+
 #include "base/runtime_error.h"
 #include "trial.h"
 
 namespace tarvo::test {
 namespace {
+
+using ::testing::AnyOf;
 
 std::string TextOf(const Fault& fault) {
   static constexpr const char* kNames[] = {"no space", "I/O error", "refused", "short write"};
@@ -14,6 +18,17 @@ std::string TextOf(const Fault& fault) {
   }
   text += fault.IsEverAfter() ? " ever after" : " " + std::to_string(fault.length) + " in a row";
   return text + " from operation " + std::to_string(fault.number);
+}
+
+int ErrorOf(FaultKind kind) {
+  switch (kind) {
+    case FaultKind::kIoError:
+      return kDeviceIoError;
+    case FaultKind::kRefused:
+      return kPermissionDenied;
+    default:
+      return kDiskFull;
+  }
 }
 
 // How much of its bytes a short write still writes.
@@ -40,6 +55,10 @@ FaultTrial::Outcome FaultTrial::TryFault(const FileTree& start, const Fault& fau
   } catch (const RuntimeError& error) {
     isError = true;
     EXPECT_TRUE(MayRaise(failing)) << "raises " << error.Description();
+    // That of the fault, or what comes of a folder that could not be looked at and is taken for
+    // missing: it is made once more, or not entered.
+    EXPECT_THAT(error.Number(), AnyOf(ErrorOf(fault.kind), kPathFileAccessError, kPathNotFound))
+        << error.Description();
   } catch (const std::exception& error) {
     ADD_FAILURE() << error.what();
     isError = true;
