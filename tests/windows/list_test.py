@@ -4,6 +4,7 @@ import unittest
 
 from windows_case import IN_DETAILS, METER, NOT_ASKED, WindowsCase
 
+LIST_VIEW = 3  # LV_VIEW_LIST
 ADD_DRIVER = ("(Add Driver)", "", "", "", "", "", "")
 
 
@@ -34,6 +35,7 @@ class TheList(WindowsCase):
         self.wait_for_equal(["(Add Driver)", "Meter"], run.names, "the names in the list")
         self.keep_picture("list-large")
         run.choose("alt+v", "l")
+        self.wait_for_equal(LIST_VIEW, run.view, "the view of the list")
         self.close_properly(run)
         settings = self.folders.settings()
         self.assertEqual(settings["Tarvo_Settings_ViewMode"], "2")

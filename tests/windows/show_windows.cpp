@@ -3,10 +3,10 @@
 //
 //   {"program": "tarvo.exe", "title": "Tarvo", "class": "...", "inFront": true, "controls": [
 //     {"class": "SysListView32", "text": "", "enabled": true, "rows": [["Meter", "0"]],
-//      "selected": [0]}, ...]}
+//      "selected": [0], "view": 1}, ...]}
 //
 // Rows are those of list views (a text for each column), list boxes and status bars (a row for each
-// part); of the others there are none.
+// part); of the others there are none. The view is that of a list view (LV_VIEW_...), else -1.
 #include <windows.h>
 // After it: uses its types.
 #include <commctrl.h>
@@ -126,6 +126,7 @@ using Rows = std::vector<std::vector<std::wstring>>;
 struct List {
   Rows rows;
   std::vector<int> selected;
+  LRESULT view = -1;
 };
 
 List ReadListView(HWND window) {
@@ -134,6 +135,7 @@ List ReadListView(HWND window) {
   const auto header = reinterpret_cast<HWND>(Ask(window, LVM_GETHEADER));
   const LRESULT columns = header ? Ask(header, HDM_GETITEMCOUNT) : 1;
   List list;
+  list.view = Ask(window, LVM_GETVIEW);
   const LRESULT count = Ask(window, LVM_GETITEMCOUNT);
   for (LRESULT row = 0; row < count; ++row) {
     list.rows.emplace_back();
@@ -204,7 +206,7 @@ std::string JsonOfControl(HWND window) {
                     return JsonList(row, [](const std::wstring& text) { return Json(text); });
                   }) +
          ", \"selected\": " + JsonList(list.selected, [](int row) { return std::to_string(row); }) +
-         "}";
+         ", \"view\": " + std::to_string(list.view) + "}";
 }
 
 }  // namespace

@@ -74,7 +74,10 @@ class WindowsProgram(RunningProgram):
     def _main_control(self, class_name):
         controls = [control for window in self.windows() for control in window["controls"]
                     if control["class"] == class_name]
-        return controls[0] if controls else {"rows": [], "selected": []}
+        return controls[0] if controls else {"rows": [], "selected": [], "view": None}
+
+    def view(self):
+        return self.list()["view"]
 
     def rows(self):
         return [tuple(row) for row in self.list()["rows"]]
