@@ -78,16 +78,18 @@ void FailingPlatform::Step(Nature nature, std::string_view operation, std::strin
   if (FailsNow(nature, operation, path)) Raise();
 }
 
-void FailingPlatform::Raise() const {
-  switch (fault_.kind) {
+int ErrorOf(FaultKind kind) {
+  switch (kind) {
     case FaultKind::kIoError:
-      throw RuntimeError(kDeviceIoError);
+      return kDeviceIoError;
     case FaultKind::kRefused:
-      throw RuntimeError(kPermissionDenied);
+      return kPermissionDenied;
     default:
-      throw RuntimeError(kDiskFull);
+      return kDiskFull;
   }
 }
+
+void FailingPlatform::Raise() const { throw RuntimeError(ErrorOf(fault_.kind)); }
 
 std::optional<std::string> FailingPlatform::SpecialFolder(int identifier) {
   if (FailsNow(Nature::kNeedsPermission, "SpecialFolder", {})) return std::nullopt;

@@ -17,6 +17,9 @@ enum class FaultKind {
   kRefused,     // what needs a permission fails: everything but work on an open file
   kShortWrite,  // a part is written, then there is no space left
 };
+
+// The error that a fault of this kind raises.
+int ErrorOf(FaultKind kind);
 inline constexpr FaultKind kFaultKinds[] = {FaultKind::kNoSpace, FaultKind::kIoError,
                                             FaultKind::kRefused, FaultKind::kShortWrite};
 

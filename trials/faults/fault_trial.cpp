@@ -20,17 +20,6 @@ std::string TextOf(const Fault& fault) {
   return text + " from operation " + std::to_string(fault.number);
 }
 
-int ErrorOf(FaultKind kind) {
-  switch (kind) {
-    case FaultKind::kIoError:
-      return kDeviceIoError;
-    case FaultKind::kRefused:
-      return kPermissionDenied;
-    default:
-      return kDiskFull;
-  }
-}
-
 // How much of its bytes a short write still writes.
 const std::vector<std::size_t>& PartsOf(FaultKind kind) {
   static const std::vector<std::size_t> one{8};
