@@ -69,10 +69,11 @@ EntryNumber EntryCount(File& file) {
 bool EntryScan::Next() {
   if (number_ == count_) return false;
   ++number_;
-  if (number_ < pieceStart_ + inPiece_) return true;
+  const auto inPiece = static_cast<EntryNumber>(piece_.size() / kRecordSize);
+  if (number_ < pieceStart_ + inPiece) return true;
   pieceStart_ = number_;
-  inPiece_ = std::min(kEntriesInPiece, count_ - number_ + 1);
-  piece_.resize(static_cast<std::size_t>(inPiece_) * kRecordSize);
+  const EntryNumber next = std::min(kEntriesInPiece, count_ - number_ + 1);
+  piece_.resize(static_cast<std::size_t>(next) * kRecordSize);
   const std::size_t size = file_.ReadInto(OffsetOfRecord(RecordOfEntry(number_)), piece_);
   std::fill(piece_.begin() + static_cast<std::ptrdiff_t>(size), piece_.end(), '\0');
   return true;

@@ -61,7 +61,6 @@ class EntryScan {
   EntryNumber count_;
   EntryNumber number_ = 0;
   EntryNumber pieceStart_ = 1;  // the number of the first entry in the piece
-  EntryNumber inPiece_ = 0;     // how many entries it holds
   std::vector<char> piece_;     // whole records
 };
 
