@@ -5,6 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+
 #include "base/runtime_error.h"
 
 namespace tarvo::test {
@@ -44,6 +49,18 @@ int ErrorAsOrdinaryUser(const std::function<void()>& step) {
       throw std::runtime_error("cannot become an ordinary user");
     step();
   });
+}
+
+std::string OutputOf(const std::string& command) {
+  struct Close {
+    void operator()(FILE* pipe) const { EXPECT_EQ(::pclose(pipe), 0); }
+  };
+  const std::unique_ptr<FILE, Close> pipe(::popen(command.c_str(), "r"));
+  if (!pipe) throw std::runtime_error("cannot start " + command);
+  std::string output;
+  for (std::array<char, 256> part; std::size_t got = std::fread(part.data(), 1, 256, pipe.get());)
+    output.append(part.data(), got);
+  return output;
 }
 
 }  // namespace tarvo::test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace tarvo::test {
 
@@ -11,5 +12,8 @@ int ErrorInChild(const std::function<void()>& step);
 // The same as a user to whom file permissions apply: root has them all, so the child becomes
 // nobody.
 int ErrorAsOrdinaryUser(const std::function<void()>& step);
+
+// What a command of the shell prints; fails the running test when the command fails.
+std::string OutputOf(const std::string& command);
 
 }  // namespace tarvo::test

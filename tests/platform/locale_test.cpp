@@ -1,28 +1,10 @@
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdio>
-#include <memory>
-#include <stdexcept>
 #include <string>
 
+#include "child_process.h"
 #include "support/temporary_folder.h"
 
 namespace tarvo::test {
 namespace {
-
-// What a command prints; fails the running test when the command fails.
-std::string OutputOf(const std::string& command) {
-  struct Close {
-    void operator()(FILE* pipe) const { EXPECT_EQ(::pclose(pipe), 0); }
-  };
-  const std::unique_ptr<FILE, Close> pipe(::popen(command.c_str(), "r"));
-  if (!pipe) throw std::runtime_error("cannot start " + command);
-  std::string output;
-  for (std::array<char, 256> part; std::size_t got = std::fread(part.data(), 1, 256, pipe.get());)
-    output.append(part.data(), got);
-  return output;
-}
 
 // Locales of the test's own, made from the system's sources, because the system itself may have
 // none but "C".

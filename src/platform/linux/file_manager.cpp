@@ -1,7 +1,5 @@
 #include "platform/linux/file_manager.h"
 
-#include <systemd/sd-bus.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -9,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/linux/sd_bus.h"
 #include "platform/linux/xdg_folders.h"
 
 namespace tarvo {
@@ -21,12 +20,12 @@ constexpr const char* kBusPath = "/org/freedesktop/DBus";
 
 struct CloseBus {
   void operator()(sd_bus* bus) const {
-    ::sd_bus_close(bus);
-    ::sd_bus_unref(bus);
+    TheSdBus().Close(bus);
+    TheSdBus().Unref(bus);
   }
 };
 struct ReleaseMessage {
-  void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
+  void operator()(sd_bus_message* message) const { TheSdBus().MessageUnref(message); }
 };
 using Bus = std::unique_ptr<sd_bus, CloseBus>;
 using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
@@ -49,13 +48,13 @@ class Patience {
 template <typename Condition>
 bool RunUntil(sd_bus* bus, const Patience& patience, Condition isDone) {
   while (!isDone()) {
-    const int worked = ::sd_bus_process(bus, nullptr);
+    const int worked = TheSdBus().Process(bus, nullptr);
     if (worked < 0) return false;
     if (worked > 0) continue;
     if (isDone()) return true;
     const std::uint64_t left = patience.Left();
     if (left == 0) return false;
-    const int waited = ::sd_bus_wait(bus, left);
+    const int waited = TheSdBus().Wait(bus, left);
     if (waited < 0 && waited != -EINTR) return false;
   }
   return true;
@@ -77,15 +76,15 @@ class SessionBus {
     startFailed_ = false;
     bus_.reset();
     sd_bus* opened = nullptr;
-    if (::sd_bus_open_user(&opened) < 0) return false;
+    if (TheSdBus().OpenUser(&opened) < 0) return false;
     bus_.reset(opened);
-    if (RunUntil(opened, patience, [&] { return ::sd_bus_is_ready(opened) > 0; })) return true;
+    if (RunUntil(opened, patience, [&] { return TheSdBus().IsReady(opened) > 0; })) return true;
     bus_.reset();
     return false;
   }
 
   FileManager Find(const Patience& patience) {
-    if (!IsConnected(patience)) return FileManager::kNoBus;
+    if (!TheSdBus().library.IsWhole() || !IsConnected(patience)) return FileManager::kNoBus;
     const std::optional<bool> runs = HasOwner(patience);
     if (!runs) return FileManager::kNoBus;
     if (*runs) return FileManager::kRunning;
@@ -95,24 +94,25 @@ class SessionBus {
   // Sends a call for one URI. Its answer is looked at by the next call.
   bool Send(const char* method, const std::string& uri, const Patience& patience) {
     sd_bus_message* made = nullptr;
-    if (::sd_bus_message_new_method_call(bus_.get(), &made, kName, kPath, kName, method) < 0) {
+    if (TheSdBus().MessageNewMethodCall(bus_.get(), &made, kName, kPath, kName, method) < 0) {
       return false;
     }
     const Message message(made);
     constexpr const char* kNoStartupId = "";
-    if (::sd_bus_message_append(made, "ass", 1, uri.c_str(), kNoStartupId) < 0) return false;
-    if (::sd_bus_call_async(bus_.get(), nullptr, made, &SessionBus::OnAnswer, this, UINT64_MAX) < 0)
+    if (TheSdBus().MessageAppend(made, "ass", 1, uri.c_str(), kNoStartupId) < 0) return false;
+    if (TheSdBus().CallAsync(bus_.get(), nullptr, made, &SessionBus::OnAnswer, this, UINT64_MAX) <
+        0)
       return false;
     return RunUntil(bus_.get(), patience, [&] {
       std::uint64_t queued = 0;
-      return ::sd_bus_get_n_queued_write(bus_.get(), &queued) >= 0 && queued == 0;
+      return TheSdBus().GetNQueuedWrite(bus_.get(), &queued) >= 0 && queued == 0;
     });
   }
 
  private:
   // An error from the bus instead of an answer: nobody has taken the call.
   static int OnAnswer(sd_bus_message* answer, void* self, sd_bus_error*) {
-    const sd_bus_error* error = ::sd_bus_message_get_error(answer);
+    const sd_bus_error* error = TheSdBus().MessageGetError(answer);
     if (error && std::string_view(error->name).starts_with("org.freedesktop.DBus.Error.")) {
       static_cast<SessionBus*>(self)->startFailed_ = true;
     }
@@ -120,29 +120,29 @@ class SessionBus {
   }
 
   // Whether everything that has come in is worked off.
-  bool IsIdle() { return ::sd_bus_process(bus_.get(), nullptr) == 0; }
+  bool IsIdle() { return TheSdBus().Process(bus_.get(), nullptr) == 0; }
 
   Message Ask(const Patience& patience, const char* method, const char* name) {
-    ::sd_bus_set_method_call_timeout(bus_.get(), std::max<std::uint64_t>(patience.Left(), 1));
+    TheSdBus().SetMethodCallTimeout(bus_.get(), std::max<std::uint64_t>(patience.Left(), 1));
     sd_bus_message* answer = nullptr;
     const char* types = name ? "s" : "";
-    const int result = ::sd_bus_call_method(bus_.get(), kBusName, kBusPath, kBusName, method,
-                                            nullptr, &answer, types, name);
+    const int result = TheSdBus().CallMethod(bus_.get(), kBusName, kBusPath, kBusName, method,
+                                             nullptr, &answer, types, name);
     return Message(result < 0 ? nullptr : answer);
   }
 
   std::optional<bool> HasOwner(const Patience& patience) {
     const Message answer = Ask(patience, "NameHasOwner", kName);
     int hasOwner = 0;
-    if (!answer || ::sd_bus_message_read(answer.get(), "b", &hasOwner) < 0) return std::nullopt;
+    if (!answer || TheSdBus().MessageRead(answer.get(), "b", &hasOwner) < 0) return std::nullopt;
     return hasOwner != 0;
   }
 
   bool CanBeStarted(const Patience& patience) {
     const Message answer = Ask(patience, "ListActivatableNames", nullptr);
-    if (!answer || ::sd_bus_message_enter_container(answer.get(), 'a', "s") < 0) return false;
+    if (!answer || TheSdBus().MessageEnterContainer(answer.get(), 'a', "s") < 0) return false;
     const char* name = nullptr;
-    while (::sd_bus_message_read(answer.get(), "s", &name) > 0) {
+    while (TheSdBus().MessageRead(answer.get(), "s", &name) > 0) {
       if (std::string_view(name) == kName) return true;
     }
     return false;

@@ -21,26 +21,26 @@ using PropertyReply = Owned<xcb_get_property_reply_t>;
 xcb_get_property_cookie_t AskProperty(xcb_connection_t* connection, xcb_window_t window,
                                       xcb_atom_t property) {
   constexpr std::uint32_t kMostWords = 1 << 16;
-  return xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0,
-                          kMostWords);
+  return TheXcb().GetProperty(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0,
+                              kMostWords);
 }
 
 // Nothing when the window is gone.
 PropertyReply Answer(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
-  return PropertyReply(xcb_get_property_reply(connection, cookie, nullptr));
+  return PropertyReply(TheXcb().GetPropertyReply(connection, cookie, nullptr));
 }
 
 std::vector<std::uint32_t> NumbersIn(const PropertyReply& reply) {
   constexpr int kBits = 32;
   if (!reply || reply->format != kBits) return {};
-  const auto* numbers = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  const auto* numbers = static_cast<const std::uint32_t*>(TheXcb().GetPropertyValue(reply.get()));
   return {numbers, numbers + reply->value_len};
 }
 
 std::string TextIn(const PropertyReply& reply) {
   constexpr int kBits = 8;
   if (!reply || reply->format != kBits) return {};
-  return {static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len};
+  return {static_cast<const char*>(TheXcb().GetPropertyValue(reply.get())), reply->value_len};
 }
 
 std::string HostName() {
@@ -56,19 +56,22 @@ bool IsSameHost(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-X11Display::X11Display(const std::string& name) : connection_(xcb_connect(name.c_str(), nullptr)) {}
+X11Display::X11Display(const std::string& name) {
+  if (TheXcb().library.IsWhole()) connection_.reset(TheXcb().Connect(name.c_str(), nullptr));
+}
 
 std::vector<xcb_window_t> X11Display::Roots() const {
   if (!IsConnected()) return {};
   std::vector<xcb_window_t> roots;
-  for (auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get())); screen.rem > 0;
-       xcb_screen_next(&screen)) {
+  for (auto screen = TheXcb().SetupRootsIterator(TheXcb().GetSetup(connection_.get()));
+       screen.rem > 0; TheXcb().ScreenNext(&screen)) {
     roots.push_back(screen.data->root);
   }
   return roots;
 }
 
 std::vector<std::uint32_t> X11Display::Numbers(xcb_window_t window, const std::string& property) {
+  if (!IsConnected()) return {};
   const auto cookie = AskProperty(connection_.get(), window, Atom(property));
   return NumbersIn(Answer(connection_.get(), cookie));
 }
@@ -78,6 +81,7 @@ std::vector<X11WindowOwner> X11Display::Owners(const std::vector<xcb_window_t>& 
     xcb_get_property_cookie_t process;
     xcb_get_property_cookie_t machine;
   };
+  if (!IsConnected()) return {};
   const xcb_atom_t process = Atom("_NET_WM_PID");
   std::vector<Questions> asked;
   asked.reserve(windows.size());
@@ -101,6 +105,7 @@ std::vector<X11WindowOwner> X11Display::Owners(const std::vector<xcb_window_t>& 
 void X11Display::SendToWindowManager(xcb_window_t root, xcb_window_t window,
                                      const std::string& message,
                                      const std::array<std::uint32_t, 5>& data) {
+  if (!IsConnected()) return;
   constexpr std::uint32_t kWindowManagers =
       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
   xcb_client_message_event_t event{};
@@ -109,19 +114,20 @@ void X11Display::SendToWindowManager(xcb_window_t root, xcb_window_t window,
   event.window = window;
   event.type = Atom(message);
   std::copy(data.begin(), data.end(), event.data.data32);
-  xcb_send_event(connection_.get(), 0, root, kWindowManagers,
-                 reinterpret_cast<const char*>(&event));
-  const auto cookie = xcb_get_input_focus(connection_.get());
-  Owned<xcb_get_input_focus_reply_t>(xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
+  TheXcb().SendEvent(connection_.get(), 0, root, kWindowManagers,
+                     reinterpret_cast<const char*>(&event));
+  const auto cookie = TheXcb().GetInputFocus(connection_.get());
+  Owned<xcb_get_input_focus_reply_t>(
+      TheXcb().GetInputFocusReply(connection_.get(), cookie, nullptr));
 }
 
 xcb_atom_t X11Display::Atom(const std::string& name) {
   const auto known = atoms_.find(name);
   if (known != atoms_.end()) return known->second;
-  const auto cookie =
-      xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.data());
+  const auto cookie = TheXcb().InternAtom(connection_.get(), 0,
+                                          static_cast<std::uint16_t>(name.size()), name.data());
   const Owned<xcb_intern_atom_reply_t> reply(
-      xcb_intern_atom_reply(connection_.get(), cookie, nullptr));
+      TheXcb().InternAtomReply(connection_.get(), cookie, nullptr));
   return atoms_[name] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
 #include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "platform/linux/xcb.h"
 
 namespace tarvo {
 
@@ -40,10 +40,12 @@ class X11Display {
 
  private:
   xcb_atom_t Atom(const std::string& name);
-  bool IsConnected() const { return xcb_connection_has_error(connection_.get()) == 0; }
+  bool IsConnected() const {
+    return connection_ && TheXcb().ConnectionHasError(connection_.get()) == 0;
+  }
 
   struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    void operator()(xcb_connection_t* connection) const { TheXcb().Disconnect(connection); }
   };
   std::unique_ptr<xcb_connection_t, Disconnect> connection_;
   std::map<std::string, xcb_atom_t> atoms_;
