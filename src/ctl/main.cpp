@@ -1,4 +1,3 @@
-#include <clocale>
 #include <exception>
 #include <iostream>
 
@@ -6,7 +5,6 @@
 #include "platform/program_start.h"
 
 int main(int count, char** values) {
-  std::setlocale(LC_ALL, "");
   try {
     const tarvo::Utf8Output output;
     return tarvo::RunTerminalProgram(tarvo::SystemPlatform(),

@@ -50,6 +50,12 @@ class UserLocale {
   locale_t locale_;
 };
 
+// Read when it is first asked for, as most of what the terminal program does has no need of it.
+locale_t TheUsersLocale() {
+  static const UserLocale locale;
+  return locale.Get();
+}
+
 struct LocalTime {
   tm calendar;
   double fraction;  // of a second
@@ -275,16 +281,15 @@ class LinuxPlatform final : public Platform {
     calendar.tm_mday = date.day;
     ::timegm(&calendar);
     char text[128];
-    return std::string(text, ::strftime_l(text, sizeof text, "%x", &calendar, locale_.Get()));
+    return std::string(text, ::strftime_l(text, sizeof text, "%x", &calendar, TheUsersLocale()));
   }
 
-  std::string DecimalSeparator() override { return ::nl_langinfo_l(RADIXCHAR, locale_.Get()); }
+  std::string DecimalSeparator() override { return ::nl_langinfo_l(RADIXCHAR, TheUsersLocale()); }
 
   std::string EncodeCodePage(std::string_view utf8) override { return EncodeWindows1252(utf8); }
   std::string DecodeCodePage(std::string_view bytes) override { return DecodeWindows1252(bytes); }
 
  private:
-  UserLocale locale_;
   const std::string startFolder_ = WorkingFolder().value_or("/");
 };
 
