@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "platform/file.h"
 
@@ -29,15 +28,19 @@ class FileWindow {
   std::string_view Piece(std::uint64_t offset, std::uint64_t most);
 
  private:
+  // What is read at a time: little enough to be still in the processor's cache when it is used.
+  static constexpr std::size_t kPiece = std::size_t{64} * 1024;
+
   bool Holds(std::uint64_t offset, std::size_t count) const;
-  void Fill(std::uint64_t offset);
+  // Reads what `wanted` bytes from `offset` stand in, and what is behind them.
+  void Fill(std::uint64_t offset, std::size_t wanted);
   std::string_view From(std::uint64_t offset) const;
 
   std::unique_ptr<File> file_;
   std::uint64_t size_;
-  std::vector<char> buffer_;
-  std::size_t held_ = 0;     // how many bytes the buffer holds
-  std::uint64_t start_ = 0;  // where the first of them stands in the file
+  std::unique_ptr<char[]> buffer_;  // of the file's size, or of kBytes
+  std::size_t held_ = 0;            // how many bytes the buffer holds
+  std::uint64_t start_ = 0;         // where the first of them stands in the file
 };
 
 }  // namespace tarvo
