@@ -19,6 +19,7 @@ class LargeMemory {
 
  private:
   std::span<char> bytes_;
+  std::span<char> mapping_;  // what of the system's memory they lie in
 };
 
 }  // namespace tarvo

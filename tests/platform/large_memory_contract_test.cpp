@@ -2,25 +2,29 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tarvo {
 namespace {
 
 TEST(LargeMemory, CanBeWrittenFromTheFirstToTheLastByte) {
-  for (const std::size_t size : {std::size_t{1}, std::size_t{4097}, std::size_t{5} << 20}) {
+  constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+  for (const std::size_t size : {std::size_t{1}, std::size_t{4097}, kMegabyte - 1, kMegabyte,
+                                 2 * kMegabyte, 2 * kMegabyte + 1, 5 * kMegabyte}) {
     const LargeMemory memory(size);
     ASSERT_EQ(memory.Bytes().size(), size);
-    memory.Bytes().front() = 'a';
-    memory.Bytes().back() = 'z';
-    EXPECT_EQ(memory.Bytes()[size - 1], 'z');
+    std::fill(memory.Bytes().begin(), memory.Bytes().end(), 'a');
+    EXPECT_EQ(std::count(memory.Bytes().begin(), memory.Bytes().end(), 'a'), size);
   }
 }
 
 TEST(LargeMemory, OfNoBytesIsNone) { EXPECT_TRUE(LargeMemory(0).Bytes().empty()); }
 
 TEST(LargeMemory, ThatTheSystemDoesNotHaveIsNone) {
-  EXPECT_TRUE(LargeMemory(SIZE_MAX / 2).Bytes().empty());
+  for (const std::size_t size : {SIZE_MAX / 2, SIZE_MAX / 2 + 1, SIZE_MAX - 1, SIZE_MAX}) {
+    EXPECT_TRUE(LargeMemory(size).Bytes().empty()) << size;
+  }
 }
 
 }  // namespace
