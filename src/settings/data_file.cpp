@@ -74,17 +74,17 @@ std::optional<EntryNumber> DataFile::FindEntry(std::string_view key) {
   return isKnown ? std::optional(found) : std::nullopt;
 }
 
-std::optional<std::string> DataFile::ReadValue(std::string_view key) {
+StoredValue DataFile::ReadValue(std::string_view key) {
   const KeyMatcher matcher(lowerCase_, key);
-  std::optional<std::string> result;
-  WithOpenFile([&] {
+  StoredValue result;
+  result.isKnown = WithOpenFile([&] {
     // One pass finds every chunk; of entries with the same key, the first counts.
     Chunks chunks;
     for (EntryScan scan(*file_); scan.Next();) {
       const std::uint64_t chunk = matcher.ChunkIn(FirstField(scan.Text()));
       if (chunk != 0) chunks.try_emplace(chunk, scan.Number(), scan.Text());
     }
-    result = Joined(chunks);
+    result.text = Joined(chunks);
   });
   return result;
 }

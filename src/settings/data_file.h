@@ -25,6 +25,12 @@ struct SettingsEntry {
   bool operator==(const SettingsEntry&) const = default;
 };
 
+// What the file holds under a key.
+struct StoredValue {
+  bool isKnown = false;             // false when the file could not be read
+  std::optional<std::string> text;  // nothing when the key is missing
+};
+
 // Where an entry is to be written, with what is there at this moment.
 struct Place {
   EntryNumber number;
@@ -55,10 +61,10 @@ class DataFile {
   // nothing when that cannot be known.
   std::optional<EntryNumber> FindEntry(std::string_view key);
 
-  // The value under a key with all its continuations, or nothing when the key itself is missing.
-  std::optional<std::string> ReadValue(std::string_view key);
+  // The value under a key with all its continuations.
+  StoredValue ReadValue(std::string_view key);
 
-  // What ReadValue gives for each of the keys, from one reading of the file.
+  // The texts of the values under each of the keys, from one reading of the file.
   std::vector<std::optional<std::string>> ReadValues(const std::vector<std::string>& keys);
 
   // Writes an entry in the place of another, or for 0 in the first empty record, else at the end;

@@ -1,6 +1,5 @@
 #include "settings/registry_replacement.h"
 
-#include <optional>
 #include <utility>
 
 #include "base/paths.h"
@@ -45,8 +44,15 @@ std::vector<std::string> RegistryReplacement::EnumEntries() { return dataFile_->
 
 std::string RegistryReplacement::GetSetting(std::string_view keyName,
                                             std::string_view defaultValue) {
+  return KnownSetting(keyName, defaultValue).value_or(std::string(defaultValue));
+}
+
+std::optional<std::string> RegistryReplacement::KnownSetting(std::string_view keyName,
+                                                             std::string_view defaultValue) {
   CheckKey(keyName);
-  return dataFile_->ReadValue(keyName).value_or(std::string(defaultValue));
+  StoredValue stored = dataFile_->ReadValue(keyName);
+  if (!stored.isKnown) return std::nullopt;
+  return std::move(stored.text).value_or(std::string(defaultValue));
 }
 
 std::vector<std::string> RegistryReplacement::GetSettings(const std::vector<std::string>& keyNames,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,9 @@ class RegistryReplacement {
 
   // The stored value, also when it is "", or the default when there is none.
   std::string GetSetting(std::string_view keyName, std::string_view defaultValue);
+
+  // The same, but nothing when the file could not be read: another look may find a value.
+  std::optional<std::string> KnownSetting(std::string_view keyName, std::string_view defaultValue);
 
   // What GetSetting gives for each of the keys, from one reading of the file. Error 5 when it
   // raises that for one of them.

@@ -1,5 +1,6 @@
 #include "ui/frm_drivers.h"
 
+#include <optional>
 #include <vector>
 
 #include "app/globals/data_folder.h"
@@ -98,9 +99,9 @@ void frmDrivers::SetColumnTexts() {
 void frmDrivers::EnterDataFolder() {
   dataPath = GetDataDirectory(globals_);
   globals_.library.ChangeToFolder(dataPath);
-  // A folder that was chosen and could not be read a moment ago stays the chosen one.
-  const std::string stored = globals_.Setting(keys::kDirectoryRead);
-  if (stored.empty() || stored == dataPath) {
+  // A folder that was chosen stays the chosen one, though it could not be read a moment ago.
+  const std::optional<std::string> stored = globals_.KnownSetting(keys::kDirectoryRead);
+  if (stored && (stored->empty() || *stored == dataPath)) {
     globals_.SaveSetting(keys::kDirectoryWritten, dataPath);
   }
 }

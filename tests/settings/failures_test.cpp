@@ -107,6 +107,25 @@ TEST_F(UnusableFile, ThatMayNotBeWrittenLeavesEveryDefaultInForce) {
   EXPECT_EQ(Bytes(), before);
 }
 
+// Who would save a default for a value that is only unreadable at the moment would lose it.
+TEST_F(UnusableFile, IsToldFromOneWithoutTheKey) {
+  EXPECT_EQ(store.KnownSetting("K", "default"), "default");
+  store.SaveSetting("K", "");
+  EXPECT_EQ(store.KnownSetting("K", "default"), "");
+  const std::string value(3000, 'v');
+  store.SaveSetting("K", value);
+  EXPECT_EQ(store.KnownSetting("k", "default"), value);
+  EXPECT_EQ(ErrorOf([&] { store.KnownSetting("K~2", "default"); }), 5);
+
+  platform.beforeReading = [](auto, auto) { throw RuntimeError(kDeviceIoError); };
+  EXPECT_EQ(store.KnownSetting("K", "default"), std::nullopt);
+  EXPECT_EQ(store.GetSetting("K", "default"), "default");
+  platform.beforeReading = [](auto, auto) {};
+  platform.beforeOpening = [](auto) { throw RuntimeError(kPermissionDenied); };
+  EXPECT_EQ(store.KnownSetting("K", "default"), std::nullopt);
+  EXPECT_EQ(store.GetSetting("K", "default"), "default");
+}
+
 TEST_F(UnusableFile, MayBeAFolderInItsPlace) {
   std::filesystem::remove(Path());
   folder.MakeFolder("localregistry.dat");

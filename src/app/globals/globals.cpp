@@ -30,6 +30,10 @@ std::string Globals::Setting(const SettingsKey& key) {
   return LocalRegistry().GetSetting(FullName(key), key.defaultValue);
 }
 
+std::optional<std::string> Globals::KnownSetting(const SettingsKey& key) {
+  return LocalRegistry().KnownSetting(FullName(key), key.defaultValue);
+}
+
 void Globals::SaveSetting(const SettingsKey& key, std::string_view value) {
   LocalRegistry().SaveSetting(FullName(key), value);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,10 @@ class Globals {
 
   // The stored value of a key of the table, or the table's default.
   std::string Setting(const SettingsKey& key);
+
+  // The same, but nothing when the settings could not be read.
+  std::optional<std::string> KnownSetting(const SettingsKey& key);
+
   void SaveSetting(const SettingsKey& key, std::string_view value);
 
   // Whether the whole argument string, letter case ignored, is this one.
