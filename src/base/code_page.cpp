@@ -25,15 +25,9 @@ char EncodeCharacter(char32_t c) {
 std::string EncodeWindows1252(std::string_view utf8) {
   std::string bytes;
   bytes.reserve(utf8.size());
-  for (std::size_t i = 0; i < utf8.size();) {
-    const std::size_t end = EndOfAscii(utf8, i);
-    bytes.append(utf8, i, end - i);
-    i = end;
-    if (i == utf8.size()) break;
-    const Character c = CharacterAt(utf8, i);
-    bytes += EncodeCharacter(c.codePoint);
-    i += c.size;
-  }
+  ForEachRun(
+      utf8, [&](std::string_view ascii) { bytes += ascii; },
+      [&](char32_t c) { bytes += EncodeCharacter(c); });
   return bytes;
 }
 

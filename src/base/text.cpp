@@ -107,14 +107,8 @@ void AppendCharacter(std::string& text, char32_t c) {
 
 std::size_t CharacterCount(std::string_view text) {
   std::size_t count = 0;
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t end = EndOfAscii(text, i);
-    count += end - i;
-    i = end;
-    if (i == text.size()) break;
-    i += CharacterBeyondAsciiAt(text, i).size;
-    ++count;
-  }
+  ForEachRun(
+      text, [&](std::string_view ascii) { count += ascii.size(); }, [&](char32_t) { ++count; });
   return count;
 }
 
@@ -125,11 +119,9 @@ std::string_view FirstCharacter(std::string_view text) {
 std::string ValidUtf8(std::string_view text) {
   std::string result;
   result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size();) {
-    const Character c = CharacterAt(text, i);
-    AppendCharacter(result, c.codePoint >= kBadByte ? U'\uFFFD' : c.codePoint);
-    i += c.size;
-  }
+  ForEachRun(
+      text, [&](std::string_view ascii) { result += ascii; },
+      [&](char32_t c) { AppendCharacter(result, c >= kBadByte ? U'\uFFFD' : c); });
   return result;
 }
 

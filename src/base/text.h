@@ -30,6 +30,20 @@ inline Character CharacterAt(std::string_view text, std::size_t offset) {
 // is none.
 std::size_t EndOfAscii(std::string_view text, std::size_t start);
 
+// Hands on a text in order: each run of ASCII characters as one text, every other character by its
+// code point. Text that is mostly ASCII takes a fraction of the time of single characters.
+template <typename TakeAscii, typename TakeOther>
+void ForEachRun(std::string_view text, TakeAscii takeAscii, TakeOther takeOther) {
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t end = EndOfAscii(text, i);
+    takeAscii(text.substr(i, end - i));
+    if (end == text.size()) return;
+    const Character c = CharacterBeyondAsciiAt(text, end);
+    takeOther(c.codePoint);
+    i = end + c.size;
+  }
+}
+
 // The UTF-8 form of a code point; a value made from kBadByte gives that byte.
 void AppendCharacter(std::string& text, char32_t codePoint);
 

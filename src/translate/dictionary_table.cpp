@@ -18,19 +18,14 @@ int FieldPosition(std::string_view name) {
 
 // Appends the text's lower-case form. The order of its bytes is the order of its code points.
 void AppendFolded(std::string& buffer, std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t start = buffer.size();
-    const std::size_t end = EndOfAscii(text, i);
-    buffer.append(text, i, end - i);
-    for (std::size_t at = start; at < buffer.size(); ++at) {
+  const auto takeAscii = [&](std::string_view ascii) {
+    std::size_t at = buffer.size();
+    buffer += ascii;
+    for (; at < buffer.size(); ++at) {
       if (buffer[at] >= 'A' && buffer[at] <= 'Z') buffer[at] += 'a' - 'A';
     }
-    i = end;
-    if (i == text.size()) break;
-    const Character c = CharacterAt(text, i);
-    AppendCharacter(buffer, LowerCase(c.codePoint));
-    i += c.size;
-  }
+  };
+  ForEachRun(text, takeAscii, [&](char32_t c) { AppendCharacter(buffer, LowerCase(c)); });
 }
 
 // The first eight bytes as one number that orders like them: it decides most comparisons of a sort.

@@ -10,13 +10,20 @@ namespace {
 
 using ::testing::ElementsAre;
 
+// One character after the other and in runs, which is to be the same.
 std::vector<char32_t> CodePoints(std::string_view text) {
+  std::vector<char32_t> inRuns;
+  ForEachRun(
+      text,
+      [&](std::string_view ascii) { inRuns.insert(inRuns.end(), ascii.begin(), ascii.end()); },
+      [&](char32_t c) { inRuns.push_back(c); });
   std::vector<char32_t> result;
   for (std::size_t i = 0; i < text.size();) {
     const Character c = CharacterAt(text, i);
     result.push_back(c.codePoint);
     i += c.size;
   }
+  EXPECT_EQ(inRuns, result) << text;
   return result;
 }
 
