@@ -47,9 +47,11 @@ std::vector<std::string> DriversInCurrentFolder(Platform& platform) {
   return names;
 }
 
-// "driver.ICO" for both lists, or "Large.ICO" and "Small.BMP" when any part of that fails.
+// "driver.ICO" for both lists, or "Large.ICO" and "Small.BMP" when any part of that fails. None
+// where no picture can be seen.
 void AddImages(Globals& globals, MainWindow& window, const std::string& name, int index,
                TolerantSteps& steps) {
+  if (!globals.frontEnd.ShowsPictures()) return;
   const auto add = [&](ImageList& list, std::string_view file) {
     steps.Try([&] { list.Add(index, name, LoadPicture(globals.platform, JoinPath(name, file))); });
   };

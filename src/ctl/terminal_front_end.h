@@ -17,6 +17,8 @@ class TerminalFrontEnd : public NullFrontEnd {
   Answer MsgBox(std::string_view text, MessageButtons buttons, MessageIcon icon,
                 std::string_view title) override;
 
+  bool ShowsPictures() const override { return false; }
+
   // Answers every question with Yes, without asking.
   void AssumeYes() { assumesYes_ = true; }
 

@@ -68,6 +68,9 @@ class FrontEnd {
   // The same, but first waits until an event comes, at most `seconds`.
   virtual void YieldUntilEvent(double seconds) = 0;
 
+  // Whether the lists' pictures can be seen; where they cannot, nobody reads their files.
+  virtual bool ShowsPictures() const { return true; }
+
   // Shows a message and waits for the answer. The text is plain; a carriage return in it is a line
   // break.
   virtual Answer MsgBox(std::string_view text, MessageButtons buttons, MessageIcon icon,

@@ -109,6 +109,30 @@ TEST_F(DriversFromATerminal, RecordTheirToolsVersionsWhichAreWaitedForAndListed)
             "\"properties\": \"-\"}\n]\n");
 }
 
+// Counts the pictures that are read.
+class PictureReadings : public ForwardingPlatform {
+ public:
+  using ForwardingPlatform::ForwardingPlatform;
+  std::unique_ptr<File> OpenFile(std::string_view path, OpenFor use) override {
+    if (path.ends_with(".ICO") || path.ends_with(".BMP")) ++count;
+    return ForwardingPlatform::OpenFile(path, use);
+  }
+  int count = 0;
+};
+
+TEST_F(DriversFromATerminal, AreListedWithoutTheirPicturesWhichNobodySees) {
+  for (const char* picture : {"driver.ICO", "Large.ICO", "Small.BMP"}) {
+    DriverFile(std::string("Meter/") + picture, "no picture");
+  }
+  DriverFile("Meter/a.csv");
+  PictureReadings readings(platform);
+  std::ostringstream out;
+  std::ostringstream err;
+  EXPECT_EQ(RunTerminalProgram(readings, {"drivers", "list"}, out, err), 0) << err.str();
+  EXPECT_THAT(out.str(), HasSubstr("Meter  1    "));
+  EXPECT_EQ(readings.count, 0);
+}
+
 // As the list beside them does.
 TEST_F(DriversFromATerminal, RecordVersionsWhereTheListFindsThem) {
   fs::remove_all(folder / InData("Drivers"));

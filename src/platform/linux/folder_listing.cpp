@@ -47,6 +47,7 @@ Descriptor OpenLinuxFolder(std::string_view path) {
 // By the system's own call: opendir and readdir cost four calls more for each folder.
 std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_view path) {
   constexpr std::size_t kPiece = 32768;
+  constexpr std::size_t kUsualEntry = 32;  // bytes in such a piece
   alignas(dirent64) std::array<char, kPiece> piece;
   std::vector<FolderEntry> entries;
   for (;;) {
@@ -54,6 +55,7 @@ std::vector<FolderEntry> ListOpenFolder(const Descriptor& folder, std::string_vi
     // A folder that has been removed meanwhile is at its end.
     if (size == 0 || (size < 0 && errno == ENOENT)) return entries;
     if (size < 0) throw ErrorFromErrno(errno, std::string(path));
+    if (entries.empty()) entries.reserve(static_cast<std::size_t>(size) / kUsualEntry);
     for (auto at = piece.data(); at < piece.data() + size;) {
       const auto& found = *reinterpret_cast<const dirent64*>(at);
       const std::string_view name = found.d_name;
