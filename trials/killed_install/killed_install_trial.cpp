@@ -5,8 +5,8 @@
 #include <random>
 
 #include "sites/field_site.h"
-#include "sites/traced_process.h"
 #include "support/killed_process.h"
+#include "support/traced_process.h"
 #include "trial.h"
 
 namespace tarvo::test {

@@ -5,6 +5,7 @@
 
 #include "settings/store_fixture.h"
 #include "support/killed_process.h"
+#include "support/traced_process.h"
 #include "trial.h"
 
 namespace tarvo::test {
@@ -44,6 +45,13 @@ bool IsWhole(std::string_view field, const std::string& storedKey) {
 
 using Keys = std::vector<std::string>;
 
+struct Operation {
+  const char* name;
+  bool isInFullFile;  // no record is free: what is new comes to the end
+  std::function<void(RegistryReplacement&)> prepare;
+  std::function<void(RegistryReplacement&)> run;
+};
+
 class KilledStore : public StoreTest {
  protected:
   KilledStore() {
@@ -57,6 +65,17 @@ class KilledStore : public StoreTest {
   void SetClock() {
     platform.day = std::floor(SystemPlatform().Now());
     platform.secondsOfDay = SystemPlatform().SecondsSinceMidnight();
+  }
+
+  int KillAtCalls(const Operation& operation, CallMoment moment, std::set<std::string>& names);
+  // Takes the free records out of the file.
+  void Fill() const {
+    const std::string before = Bytes();
+    std::string bytes = before.substr(0, kRecord);
+    for (std::size_t at = kRecord; at < before.size(); at += kRecord) {
+      if (!FirstFieldOf(before, at / kRecord + 1).empty()) bytes += before.substr(at, kRecord);
+    }
+    WriteBytes(bytes);
   }
 
   void KillAtRandomMoments(std::string_view figure, int kills, const Keys& keys);
@@ -125,24 +144,20 @@ class KilledStore : public StoreTest {
   double longestWait = 0;
 };
 
-struct Operation {
-  const char* name;
-  std::function<void(RegistryReplacement&)> prepare;
-  std::function<void(RegistryReplacement&)> run;
-};
-
 // Saves over a value, or where there is none.
 Operation Saving(const char* name, const std::string& key, const std::string& before,
-                 const std::string& after) {
+                 const std::string& after, bool isInFullFile = false) {
   const auto prepare = [=](RegistryReplacement& store) {
     store.DeleteKey(key);
     if (!before.empty()) store.SaveSetting(key, before);
   };
-  return {name, prepare, [=](RegistryReplacement& store) { store.SaveSetting(key, after); }};
+  return {name, isInFullFile, prepare,
+          [=](RegistryReplacement& store) { store.SaveSetting(key, after); }};
 }
 
 Operation Deleting(const char* name, const std::string& key) {
-  return {name, [=](RegistryReplacement& store) { store.SaveSetting(key, ValueFor(key, 'h')); },
+  return {name, false,
+          [=](RegistryReplacement& store) { store.SaveSetting(key, ValueFor(key, 'h')); },
           [=](RegistryReplacement& store) { store.DeleteKey(key); }};
 }
 
@@ -150,6 +165,8 @@ const Operation kOperations[] = {
     Saving("saving a new value", kShort, "", ValueFor(kShort, 'z')),
     Saving("saving over a value", kShort, ValueFor(kShort, 'y'), ValueFor(kShort, 'b')),
     Saving("saving a new long value", kLong, "", ValueFor(kLong, 'c')),
+    Saving("saving a new value at the end", kShort, "", ValueFor(kShort, 'z'), true),
+    Saving("saving a new long value at the end", kLong, "", ValueFor(kLong, 'c'), true),
     Saving("saving over a long value", kLong, ValueFor(kLong, 'c'), ValueFor(kLong, 'd')),
     Saving("saving a shorter value over a long one", kLong, ValueFor(kLong, 'e'),
            ValueFor(kFull, 'f')),
@@ -157,31 +174,42 @@ const Operation kOperations[] = {
     Deleting("deleting a long value", kLong),
 };
 
-// A process dies between two of its calls that change the disk: before each of them, which is after
-// the one before.
-TEST_F(KilledStore, BeforeEachCallThatWritesLeavesWholeRecordsAndTheNextProcessWorks) {
-  int kills = 0;
-  for (const Operation& operation : kOperations) {
-    int signal = SIGKILL;
-    for (int call = 1; signal != 0; ++call) {
-      ASSERT_LT(call, 1000);
-      operation.prepare(store);
-      signal = SignalThatEnds([&] {
-        int calls = 0;
-        const auto step = [&] {
-          if (++calls == call) ::raise(SIGKILL);
-        };
-        platform.beforeOpening = [&](auto) { step(); };
-        platform.beforeWriting = [&](auto, auto) { step(); };
-        operation.run(store);
-      });
-      kills += signal != 0;
-      const std::string what = std::string(operation.name) + ", call " + std::to_string(call);
-      Examine(what);
-      Continue(what);
-    }
+// A process dies at each of its calls that change the file. Gives how many there are.
+int KilledStore::KillAtCalls(const Operation& operation, CallMoment moment,
+                             std::set<std::string>& names) {
+  for (int calls = 0;; ++calls) {
+    operation.prepare(store);
+    if (operation.isInFullFile) Fill();
+    std::unique_ptr<RegistryReplacement> dying;
+    const auto open = [&] {
+      dying = std::make_unique<RegistryReplacement>(SystemPlatform());
+      dying->SetRegistryDataFile(Path());
+    };
+    const std::string call = KillAtSystemCall(
+        open, [&] { operation.run(*dying); }, calls + 1, moment);
+    const std::string what =
+        std::string(operation.name) + ", call " + std::to_string(calls + 1) + ", " + call;
+    Examine(what);
+    SetClock();
+    Continue(what);
+    if (call.empty() || HasFailure()) return calls;
+    names.insert(call);
   }
-  Tell("killed_store.calls", Counted(kills) + " kills, one before every call that writes");
+}
+
+TEST_F(KilledStore, AtEachCallThatWritesLeavesWholeRecordsAndTheNextProcessWorks) {
+  int calls = 0;
+  std::set<std::string> names;
+  for (const Operation& operation : kOperations) {
+    const int before = KillAtCalls(operation, CallMoment::kBefore, names);
+    EXPECT_GT(before, 0) << operation.name;
+    EXPECT_EQ(KillAtCalls(operation, CallMoment::kAfter, names), before) << operation.name;
+    calls += before;
+  }
+  // One that changes a record, and the one that adds records at the end.
+  EXPECT_TRUE(names.contains("pwrite") && names.contains("pwritev2"));
+  Tell("killed_store.calls",
+       Counted(2 * calls) + " kills before and after " + Counted(calls) + " calls of the system");
 }
 
 // Saves and deletes until it is killed.

@@ -1,4 +1,4 @@
-#include "sites/traced_process.h"
+#include "support/traced_process.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -25,6 +25,7 @@ constexpr ChangingCall kChangingCalls[] = {
     {SYS_mkdirat, "mkdirat"},     {SYS_unlinkat, "unlinkat"}, {SYS_renameat, "renameat"},
     {SYS_renameat2, "renameat2"}, {SYS_linkat, "linkat"},     {SYS_symlinkat, "symlinkat"},
     {SYS_fchmod, "fchmod"},       {SYS_fchmodat, "fchmodat"}, {SYS_fallocate, "fallocate"},
+    {SYS_writev, "writev"},       {SYS_pwritev, "pwritev"},   {SYS_pwritev2, "pwritev2"},
 #ifdef SYS_chmod
     {SYS_chmod, "chmod"},         {SYS_mkdir, "mkdir"},       {SYS_rmdir, "rmdir"},
     {SYS_unlink, "unlink"},       {SYS_rename, "rename"},     {SYS_link, "link"},
