@@ -84,7 +84,8 @@ class SessionBus {
   }
 
   FileManager Find(const Patience& patience) {
-    if (!TheSdBus().library.IsWhole() || !IsConnected(patience)) return FileManager::kNoBus;
+    if (!TheSdBus().library.IsWhole()) return FileManager::kNoLibrary;
+    if (!IsConnected(patience)) return FileManager::kNoBus;
     const std::optional<bool> runs = HasOwner(patience);
     if (!runs) return FileManager::kNoBus;
     if (*runs) return FileManager::kRunning;

@@ -8,6 +8,7 @@ namespace tarvo {
 // name org.freedesktop.FileManager1 (File Manager D-Bus Interface). Nothing here throws, and
 // nothing waits for the file manager; the bus itself is given up after five seconds.
 enum class FileManager {
+  kNoLibrary,  // libsystemd, which speaks to the bus, is missing or damaged
   kNoBus,      // no session bus answers
   kNone,       // nobody has the name, or who was started for it has failed before
   kStartable,  // the bus starts it at the first call

@@ -4,16 +4,21 @@
 
 #include "platform/linux/special_folders.h"
 #include "platform/linux/x11_display.h"
+#include "platform/linux/xcb.h"
 #include "platform/linux/xdg_folders.h"
 
 namespace tarvo {
 namespace {
 
 SystemFinding SessionBusOf(const DesktopFacts& facts) {
-  if (facts.fileManager != FileManager::kNoBus) {
-    return {"Session bus", true, "The session bus answers."};
+  constexpr const char* kTopic = "Session bus";
+  if (facts.fileManager == FileManager::kNoLibrary) {
+    return {kTopic, false,
+            "libsystemd is missing or damaged, so no file manager can be asked; install the "
+            "package libsystemd0."};
   }
-  return {"Session bus", false,
+  if (facts.fileManager != FileManager::kNoBus) return {kTopic, true, "The session bus answers."};
+  return {kTopic, false,
           "No session bus answers, so no file manager can be asked; start the program from a "
           "desktop session, or set DBUS_SESSION_BUS_ADDRESS."};
 }
@@ -47,6 +52,10 @@ SystemFinding OpenerOf(const DesktopFacts& facts) {
 
 SystemFinding DisplayOf(const DesktopFacts& facts) {
   constexpr const char* kTopic = "Display";
+  if (!facts.hasX11Library) {
+    return {kTopic, false,
+            "libxcb is missing or damaged: windows cannot be shown; install the package libxcb1."};
+  }
   if (facts.x11DisplayAnswers) {
     return {kTopic, true, "The X11 display " + facts.x11Display + " answers."};
   }
@@ -131,6 +140,7 @@ DesktopFacts LookAtDesktop(const std::string& startFolder) {
   DesktopFacts facts;
   facts.fileManager = FindFileManager();
   facts.hasOpener = !FindProgram("xdg-open").empty();
+  facts.hasX11Library = TheXcb().library.IsWhole();
   facts.x11Display = EnvironmentValue("DISPLAY");
   facts.x11DisplayAnswers =
       !facts.x11Display.empty() && !X11Display(facts.x11Display).Roots().empty();

@@ -13,7 +13,8 @@ namespace tarvo {
 struct DesktopFacts {
   FileManager fileManager = FileManager::kNoBus;
   bool hasOpener = false;  // "xdg-open"
-  std::string x11Display;  // $DISPLAY
+  bool hasX11Library = true;  // libxcb
+  std::string x11Display;     // $DISPLAY
   bool x11DisplayAnswers = false;
   std::string waylandDisplay;  // $WAYLAND_DISPLAY
   WineSupport wine;
