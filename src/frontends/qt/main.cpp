@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <clocale>
 #include <cstdio>
 #include <string>
 
@@ -21,7 +20,6 @@ bool HasDisplay() {
 // The toolkit gets no argument of the user's, of which it would take some for its own. It is asked
 // for the X11 windowing system where there is one, because Wayland tells no window its position.
 int main(int argc, char** argv) {
-  std::setlocale(LC_ALL, "");
   const std::string arguments = tarvo::JoinArguments(tarvo::ProgramArguments(argc, argv));
   const auto failure = tarvo::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
   if (failure && failure->empty()) return 0;

@@ -1,4 +1,3 @@
-#include <clocale>
 #include <cstdio>
 #include <string>
 
@@ -8,7 +7,6 @@
 #include "platform/program_start.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  std::setlocale(LC_ALL, "");
   const std::string arguments = tarvo::JoinArguments(tarvo::ProgramArguments(__argc, __argv));
   const auto failure = tarvo::RunWithoutWindows(tarvo::SystemPlatform(), arguments);
   if (!failure) return tarvo::win32::RunProgram(tarvo::SystemPlatform(), arguments);
