@@ -1,5 +1,6 @@
 #include <sstream>
 
+#include "ctl/listed_drivers.h"
 #include "ctl/terminal_program.h"
 #include "support/made_help.h"
 #include "support/program_run.h"
@@ -123,12 +124,19 @@ class PictureReadings : public ForwardingPlatform {
 TEST_F(DriversFromATerminal, AreListedWithoutTheirPicturesWhichNobodySees) {
   for (const char* picture : {"driver.ICO", "Large.ICO", "Small.BMP"}) {
     DriverFile(std::string("Meter/") + picture, "no picture");
+    DriverFile(std::string("Gauge/") + picture, "no picture");
   }
   DriverFile("Meter/a.csv");
   PictureReadings readings(platform);
+  RecordingFrontEnd window;
+  Globals globals(readings, window, "");
+  const ListedDrivers listed(globals);
+  EXPECT_EQ(readings.count, 6);
+  readings.count = 0;
   std::ostringstream out;
   std::ostringstream err;
   EXPECT_EQ(RunTerminalProgram(readings, {"drivers", "list"}, out, err), 0) << err.str();
+  EXPECT_THAT(out.str(), HasSubstr("Gauge  0    "));
   EXPECT_THAT(out.str(), HasSubstr("Meter  1    "));
   EXPECT_EQ(readings.count, 0);
 }
