@@ -11,23 +11,24 @@ namespace {
 // is there.
 constexpr std::size_t kLargePage = std::size_t{2} * 1024 * 1024;
 
-constexpr std::size_t InLargePages(std::size_t size) {
-  return (size + kLargePage - 1) / kLargePage * kLargePage;
+constexpr std::size_t RoundUpToLargePage(std::size_t number) {
+  return (number + kLargePage - 1) / kLargePage * kLargePage;
 }
 
 }  // namespace
 
 LargeMemory::LargeMemory(std::size_t size) {
   if (size == 0 || size > SIZE_MAX / 2) return;
-  const std::size_t mapped = InLargePages(size) + kLargePage;
+  const std::size_t mapped = RoundUpToLargePage(size) + kLargePage;
   void* const memory = ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE,
                               MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
   if (memory == MAP_FAILED) return;
   mapping_ = {static_cast<char*>(memory), mapped};
   const auto address = reinterpret_cast<std::uintptr_t>(memory);
-  bytes_ = mapping_.subspan(InLargePages(address) - address, size);
-  // A wish: a system without large pages refuses it. Half a page is worth one.
-  if (size >= kLargePage / 2) ::madvise(bytes_.data(), InLargePages(size), MADV_HUGEPAGE);
+  bytes_ = mapping_.subspan(RoundUpToLargePage(address) - address, size);
+  // A wish: a system without large pages refuses it. A page of which less than half is used would
+  // cost more than the small ones that it stands for.
+  if (size >= kLargePage / 2) ::madvise(bytes_.data(), RoundUpToLargePage(size), MADV_HUGEPAGE);
 }
 
 LargeMemory::~LargeMemory() {
