@@ -12,7 +12,7 @@ namespace tarvo {
 // What of the desktop and of wine is there, and where documents are kept.
 struct DesktopFacts {
   FileManager fileManager = FileManager::kNoBus;
-  bool hasOpener = false;  // "xdg-open"
+  bool hasOpener = false;     // "xdg-open"
   bool hasX11Library = true;  // libxcb
   std::string x11Display;     // $DISPLAY
   bool x11DisplayAnswers = false;
