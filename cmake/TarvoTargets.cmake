@@ -12,6 +12,11 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlapping copies in every inlined std::string assignment (its bug 105651).
   target_compile_options(tarvo_options INTERFACE -Wno-restrict)
+  if(TARVO_PRECOMPILE)
+    # It forgets which precompiled headers are the system's, and warns of what is inlined from them.
+    target_compile_options(tarvo_options INTERFACE -Wno-array-bounds -Wno-stringop-overflow
+                                                   -Wno-stringop-overread)
+  endif()
 endif()
 if(WIN32)
   # Names of files keep every character, the system's functions are those of Windows 10, and programs
@@ -40,11 +45,17 @@ if(TARVO_FUZZ)
 endif()
 
 # tarvo_library(NAME SOURCES file... LINKS library...)
-# One static library of the house. LINKS may name only libraries of lower floors.
+# One static library of the house. LINKS may name only libraries of lower floors. Those of the program use
+# its precompiled headers where there are some.
 function(tarvo_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC tarvo_options ${arg_LINKS})
+  set(program ${PROJECT_SOURCE_DIR}/src)
+  cmake_path(IS_PREFIX program ${CMAKE_CURRENT_SOURCE_DIR} isOfTheProgram)
+  if(TARGET tarvo_headers AND isOfTheProgram)
+    target_precompile_headers(${name} REUSE_FROM tarvo_headers)
+  endif()
 endfunction()
 
 # tarvo_compile_as_test(TARGET)

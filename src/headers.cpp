@@ -1,0 +1,1 @@
+// The library of the precompiled headers needs a source.
